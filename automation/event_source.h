@@ -1,0 +1,26 @@
+#pragma once
+
+#include "automation/late_object.h"
+
+#include <memory>
+#include <vector>
+
+namespace talvix {
+
+/// Hands events to all sinks that were connected when the event was raised: a sink may connect,
+/// disconnect or end the source while it is being called.
+class EventSource {
+public:
+    EventSource();
+
+    Subscription Connect(std::shared_ptr<EventSink> sink);
+    /// A sink that fails does not keep the others from hearing the event.
+    void Raise(std::u16string_view name, std::span<Value> arguments) const;
+    bool HasSinks() const { return !sinks_->empty(); }
+
+private:
+    using Sinks = std::vector<std::shared_ptr<EventSink>>;
+    std::shared_ptr<Sinks> sinks_;
+};
+
+} // namespace talvix

@@ -1,0 +1,49 @@
+#include "automation/late.h"
+
+#include "automation/failure.h"
+
+namespace talvix {
+
+Late Late::operator[](std::u16string_view name) const { return Late(CallWith(name, {})); }
+
+Value Late::CallWith(std::u16string_view name, std::span<const Value> values) const {
+    return InvokeByName(Target(), name, access::kCall, {values, {}});
+}
+
+void Late::Set(std::u16string_view name, const Value& value) const {
+    Put(name, std::span<const Value>(&value, 1));
+}
+
+void Late::SetAt(std::u16string_view name, const Value& argument, const Value& value) const {
+    const std::array<Value, 2> values{argument, value};
+    Put(name, values);
+}
+
+LateObject& Late::Target() const {
+    const Object* object = value_.If<Object>();
+    if (object == nullptr || *object == nullptr) {
+        throw Failure(failure_number::kNoObject, u"Object variable not set");
+    }
+    return **object;
+}
+
+Object Late::AsObject() const {
+    Target();
+    return *value_.If<Object>();
+}
+
+void Late::Put(std::u16string_view name, std::span<const Value> values) const {
+    if (values.back().Is<Object>()) {
+        try {
+            InvokeByName(Target(), name, access::kPutReference, {values, {}});
+            return;
+        } catch (const Failure& failure) {
+            if (failure.Number() == failure_number::kUnknownName) {
+                throw;
+            }
+        }
+    }
+    InvokeByName(Target(), name, access::kPut, {values, {}});
+}
+
+} // namespace talvix

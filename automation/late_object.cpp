@@ -1,0 +1,29 @@
+#include "automation/late_object.h"
+
+#include "automation/failure.h"
+
+namespace talvix {
+
+std::optional<std::size_t> LateObject::FindParameter(MemberId, std::u16string_view) {
+    return std::nullopt;
+}
+
+Subscription LateObject::Subscribe(std::shared_ptr<EventSink>) {
+    throw Failure(failure_number::kMemberNotFound, TypeName() + u" raises no events");
+}
+
+std::shared_ptr<Sequence> LateObject::Enumerate() {
+    throw Failure(failure_number::kMemberNotFound, TypeName() + u" is not a collection");
+}
+
+Value InvokeByName(LateObject& object, std::u16string_view name, unsigned access,
+                   Arguments arguments) {
+    const auto member = object.FindMember(name);
+    if (!member) {
+        throw Failure(failure_number::kUnknownName,
+                      object.TypeName() + u" has no member \"" + std::u16string(name) + u"\"");
+    }
+    return object.Invoke(*member, access, arguments);
+}
+
+} // namespace talvix

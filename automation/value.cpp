@@ -1,0 +1,20 @@
+#include "automation/value.h"
+
+#include "automation/late_object.h"
+
+namespace talvix {
+
+bool Value::IsNothing() const {
+    const Object* object = If<Object>();
+    return IsAbsent() || Is<Null>() || (object != nullptr && *object == nullptr);
+}
+
+void Value::AssignText(std::u16string_view text) {
+    if (auto* own = std::get_if<std::u16string>(&storage_)) {
+        own->assign(text);
+    } else {
+        storage_.emplace<std::u16string>(text);
+    }
+}
+
+} // namespace talvix

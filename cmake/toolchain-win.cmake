@@ -1,0 +1,13 @@
+# Cross-building with Debian's MinGW-w64; TALVIX_ARCH is i686 or x86_64.
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES TALVIX_ARCH)
+set(triple ${TALVIX_ARCH}-w64-mingw32)
+set(CMAKE_SYSTEM_PROCESSOR ${TALVIX_ARCH})
+set(CMAKE_C_COMPILER ${triple}-gcc-posix)
+set(CMAKE_CXX_COMPILER ${triple}-g++-posix)
+set(CMAKE_RC_COMPILER ${triple}-windres)
+set(TALVIX_WIDL ${triple}-widl)
+set(CMAKE_FIND_ROOT_PATH /usr/${triple})
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)

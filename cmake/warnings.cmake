@@ -1,0 +1,24 @@
+# What every target of ours is compiled with.
+add_library(talvix_flags INTERFACE)
+target_include_directories(talvix_flags INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_options(talvix_flags INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+    -Wsuggest-override -Wold-style-cast -Wnull-dereference -Werror)
+if(TALVIX_SANITIZE)
+    target_compile_options(talvix_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+        -fno-omit-frame-pointer)
+    target_link_options(talvix_flags INTERFACE -fsanitize=address,undefined)
+endif()
+if(TALVIX_COVERAGE)
+    target_compile_options(talvix_flags INTERFACE --coverage)
+    target_link_options(talvix_flags INTERFACE --coverage)
+endif()
+if(TALVIX_TIDY)
+    set(CMAKE_CXX_CLANG_TIDY clang-tidy --extra-arg=-Wno-unknown-warning-option)
+endif()
+if(WIN32)
+    target_compile_definitions(talvix_flags INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN
+        _WIN32_WINNT=0x0501 WINVER=0x0501 _WIN32_IE=0x0600 STRICT)
+    # The MinGW headers' own casts and comparisons are not ours to mend.
+    target_link_options(talvix_flags INTERFACE -static)
+endif()

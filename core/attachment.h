@@ -1,0 +1,53 @@
+#pragma once
+
+#include "automation/trace.h"
+#include "core/grid.h"
+#include "core/presentation_pass.h"
+#include "platform/platform.h"
+
+#include <string>
+
+namespace talvix {
+
+/// What one `Main` is attached to, and the little state that its procedures share. The current
+/// Outlook item is never kept: Item() reads it afresh.
+struct Attachment {
+    Platform& platform;
+    Trace& trace;
+
+    Late talvixCommon{};
+    Late talvixManaging{};
+    Late talvixPlanning{};
+    Late talvixBudgets{};
+    Late talvixControlling{};
+    Late talvixExport{};
+    Grid dmsGrid{};
+
+    bool silentImport = false;
+    bool stopImport = false;
+    std::u16string strAddingFile{};
+    /// The pass over the rows that is running, null outside one.
+    PresentationPass* pass = nullptr;
+
+    Late Item() const { return talvixManaging[u"Item"]; }
+};
+
+/// Makes a pass the running one for the length of a block; an outer pass goes on afterwards.
+class PassScope {
+public:
+    explicit PassScope(Attachment& attachment)
+        : attachment_(attachment), pass_(attachment.platform, attachment.trace),
+          outer_(attachment.pass) {
+        attachment_.pass = &pass_;
+    }
+    PassScope(const PassScope&) = delete;
+    PassScope& operator=(const PassScope&) = delete;
+    ~PassScope() { attachment_.pass = outer_; }
+
+private:
+    Attachment& attachment_;
+    PresentationPass pass_;
+    PresentationPass* outer_;
+};
+
+} // namespace talvix

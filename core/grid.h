@@ -1,0 +1,85 @@
+#pragma once
+
+#include "automation/late.h"
+
+namespace talvix {
+
+/// One row of the document grid.
+class GridRow {
+public:
+    GridRow() = default;
+    explicit GridRow(Late row) : row_(std::move(row)) {}
+
+    bool IsGroup() const;
+    std::int32_t Id() const;
+    Value Get(std::u16string_view key) const;
+    void Set(std::u16string_view key, const Value& value) const;
+    void SetPicture(std::u16string_view key, const Value& picture) const;
+
+private:
+    Late row_;
+};
+
+/// One column of the document grid.
+class GridColumn {
+public:
+    explicit GridColumn(Late column) : column_(std::move(column)) {}
+
+    void SetCaption(std::u16string_view caption) const;
+    void SetDataType(std::int32_t dataType) const;
+    void SetWidth(std::int32_t width) const;
+    /// Sets the alignment of the cells and of the heading.
+    void SetAlignment(std::int32_t alignment) const;
+    void SetHidden(bool hidden) const;
+
+private:
+    Late column_;
+};
+
+/// The document grid as the component speaks to it. This file and its source are the only place
+/// with the grid's member names: a site with another control changes them here. Each call goes to
+/// the control; what fails there raises Failure.
+class Grid {
+public:
+    Grid() = default;
+    explicit Grid(Late grid) : grid_(std::move(grid)) {}
+
+    explicit operator bool() const { return static_cast<bool>(grid_); }
+
+    void SetRedraw(bool on) const;
+    void SetMultiSelect(bool on) const;
+    void SetFullRowSelect(bool on) const;
+    void SetAllowEdit(bool on) const;
+    void SetHeaderVisible(bool on) const;
+    void SetGroupByBox(bool on) const;
+    void SetGroupByBoxText(std::u16string_view text) const;
+    /// Handle of a system image list, as a number.
+    void SetImageList(std::int64_t handle) const;
+
+    /// Failure when a column of that key is there already.
+    GridColumn AddColumn(std::u16string_view key) const;
+    GridColumn ColumnAt(std::u16string_view key) const;
+
+    std::int32_t RowCount() const;
+    /// Rows are counted from 1, group headings included.
+    GridRow RowAt(std::int32_t number) const;
+    GridRow AddRow() const;
+    /// Number of the first data row that holds the value, 0 for none; text without case.
+    std::int32_t Find(std::u16string_view key, const Value& value) const;
+
+    /// Brings the display of all rows up to date.
+    void RefreshRows() const;
+    /// Puts all rows into the current sort order and grouping.
+    void RefreshSort() const;
+    /// The same with the empty list that the control's full update takes.
+    void RefreshSortWithEmptyList() const;
+    /// Opens the headings above the row added last and scrolls it into view.
+    void Expand() const;
+
+    Subscription Connect(std::shared_ptr<EventSink> sink) const;
+
+private:
+    Late grid_;
+};
+
+} // namespace talvix

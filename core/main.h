@@ -1,0 +1,50 @@
+#pragma once
+
+#include "core/attachment.h"
+#include "core/grid_events.h"
+#include "operations/add_document.h"
+
+#include <memory>
+
+namespace talvix {
+
+/// The component's one public class: it attaches to a host and its document grid, and does what the
+/// page's buttons and the grid's events ask for. No member raises anything.
+class Main : public std::enable_shared_from_this<Main> {
+public:
+    Main(Platform& platform, Trace& trace);
+    Main(const Main&) = delete;
+    Main& operator=(const Main&) = delete;
+    ~Main();
+
+    /// Takes the six sibling libraries; one that is no object is left as Nothing.
+    void ReferenceLibraries(const Value& talvixCommon, const Value& talvixManaging,
+                            const Value& talvixPlanning, const Value& talvixBudgets,
+                            const Value& talvixControlling, const Value& talvixExport);
+    void DereferenceLibraries();
+    /// Finds and sets up the grid `DMSGrid` on the page "Dokumente".
+    void InitSGDMS();
+    /// Presents every row that the host has put into the grid.
+    void Init();
+    void AddDMSItem(const DocumentRecord& record, const ItemFiling& filing);
+    void AddFile(std::u16string_view physicalStore1, std::u16string_view subject,
+                 std::u16string_view status, std::u16string_view longDescription, Date creationDate,
+                 Date modificationDate);
+    void AddFilesFromProjectFolderEvent();
+
+    bool StopImport() const { return attachment_.stopImport; }
+    void SetStopImport(bool stop) { attachment_.stopImport = stop; }
+    const std::u16string& strAddingFile() const { return attachment_.strAddingFile; }
+    void SetStrAddingFile(std::u16string name) { attachment_.strAddingFile = std::move(name); }
+
+    Platform& Ports() const { return attachment_.platform; }
+
+private:
+    void StoreSibling(Late& sibling, const Value& object);
+
+    Attachment attachment_;
+    std::shared_ptr<GridEvents> gridEvents_;
+    Subscription events_;
+};
+
+} // namespace talvix

@@ -1,0 +1,80 @@
+#include "core/presentation_pass.h"
+
+#include "common/general.h"
+#include "common/settings.h"
+
+namespace talvix {
+
+namespace {
+
+/// "\\server\share" of a network path, else "".
+std::u16string_view NetworkRoot(std::u16string_view path) {
+    if (path.substr(0, 2) != u"\\\\") {
+        return {};
+    }
+    const std::size_t share = path.find(u'\\', 2);
+    if (share == std::u16string_view::npos) {
+        return {};
+    }
+    return path.substr(0, path.find(u'\\', share + 1));
+}
+
+/// The extension with its dot; "" for a name without one.
+std::u16string_view Extension(std::u16string_view path) {
+    const std::size_t at = path.find_last_of(u".\\:");
+    return at == std::u16string_view::npos || path[at] != u'.' ? std::u16string_view() : path.substr(at);
+}
+
+} // namespace
+
+bool PresentationPass::FileIconsDisabled() {
+    if (!iconsDisabled_) {
+        iconsDisabled_ = talvix::FileIconsDisabled(platform_.registry, trace_);
+    }
+    return *iconsDisabled_;
+}
+
+std::optional<FileFacts> PresentationPass::Query(std::u16string_view path) {
+    const std::u16string root = platform_.locale.UpperCase(NetworkRoot(path));
+    const auto known = root.empty() ? rootAnswers_.end() : rootAnswers_.find(root);
+    if (known != rootAnswers_.end() && !known->second) {
+        return std::nullopt;
+    }
+    auto facts = platform_.files.Query(path);
+    if (!facts && !root.empty() && known == rootAnswers_.end()) {
+        rootAnswers_[root] = platform_.files.Query(NetworkRoot(path)).has_value();
+    }
+    return facts;
+}
+
+PresentationPass::FileClass& PresentationPass::ClassOf(std::u16string_view path) {
+    const auto [found, isNew] = classes_.try_emplace(platform_.locale.UpperCase(Extension(path)));
+    if (isNew) {
+        found->second.hasOwnIcon = platform_.shell.HasOwnIcon(path);
+    }
+    return found->second;
+}
+
+std::int32_t PresentationPass::IconIndex(std::u16string_view path) {
+    FileClass& fileClass = ClassOf(path);
+    if (fileClass.hasOwnIcon) {
+        return GetSmallIconIndex(platform_.shell, path);
+    }
+    if (!fileClass.icon) {
+        fileClass.icon = GetSmallIconIndex(platform_.shell, path);
+    }
+    return *fileClass.icon;
+}
+
+std::u16string PresentationPass::TypeName(std::u16string_view path) {
+    FileClass& fileClass = ClassOf(path);
+    if (fileClass.hasOwnIcon) {
+        return GetFileTypeName(platform_.shell, path);
+    }
+    if (!fileClass.typeName) {
+        fileClass.typeName = GetFileTypeName(platform_.shell, path);
+    }
+    return *fileClass.typeName;
+}
+
+} // namespace talvix

@@ -1,0 +1,150 @@
+#include "grid/model/cell_store.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace talvix::grid {
+
+namespace {
+
+template <typename Number> Number Unpack(std::uint64_t content) {
+    Number number{};
+    std::memcpy(&number, &content, sizeof number);
+    return number;
+}
+
+template <typename Pointed> Pointed* AsPointer(std::uint64_t content) {
+    return reinterpret_cast<Pointed*>(static_cast<std::uintptr_t>(content));
+}
+
+std::uint64_t AsContent(const void* pointer) { return reinterpret_cast<std::uintptr_t>(pointer); }
+
+} // namespace
+
+CellStore::~CellStore() {
+    for (Column& column : columns_) {
+        for (Slot slot = 0; slot < column.kinds.size(); ++slot) {
+            if (column.kinds[slot] == Kind::Boxed) {
+                delete AsPointer<Value>(column.contents[slot]);
+            }
+        }
+    }
+}
+
+void CellStore::AddColumn() {
+    columns_.emplace_back();
+    columns_.back().kinds.resize(slots_, Kind::Empty);
+    columns_.back().contents.resize(slots_, 0);
+}
+
+void CellStore::Reserve(std::size_t slots) {
+    if (slots <= slots_) {
+        return;
+    }
+    slots_ = std::max(slots, slots_ + slots_ / 8 + 16);
+    for (Column& column : columns_) {
+        column.kinds.reserve(slots_);
+        column.contents.reserve(slots_);
+        column.kinds.resize(slots_, Kind::Empty);
+        column.contents.resize(slots_, 0);
+    }
+}
+
+Value CellStore::Get(Slot slot, std::size_t column) const {
+    const std::uint64_t content = columns_[column].contents[slot];
+    switch (columns_[column].kinds[slot]) {
+    case Kind::Empty:
+        return {};
+    case Kind::Bool:
+        return content != 0;
+    case Kind::Byte:
+        return Unpack<std::uint8_t>(content);
+    case Kind::Int16:
+        return Unpack<std::int16_t>(content);
+    case Kind::Int32:
+        return Unpack<std::int32_t>(content);
+    case Kind::Int64:
+        return Unpack<std::int64_t>(content);
+    case Kind::Float:
+        return Unpack<float>(content);
+    case Kind::Double:
+        return Unpack<double>(content);
+    case Kind::Date:
+        return Date{Unpack<double>(content)};
+    case Kind::Text:
+        return Value(AsPointer<PooledText>(content)->View());
+    case Kind::Boxed:
+        break;
+    }
+    return *AsPointer<Value>(content);
+}
+
+template <typename Number>
+void CellStore::Pack(Column& column, Slot slot, Kind kind, Number number) {
+    std::uint64_t content = 0;
+    std::memcpy(&content, &number, sizeof number);
+    Drop(column, slot);
+    column.contents[slot] = content;
+    column.kinds[slot] = kind;
+}
+
+void CellStore::Set(Slot slot, std::size_t place, const Value& value) {
+    Column& column = columns_[place];
+    if (const auto* text = value.If<std::u16string>()) {
+        PooledText* pooled = texts_.Intern(*text);
+        Drop(column, slot);
+        column.contents[slot] = AsContent(pooled);
+        column.kinds[slot] = Kind::Text;
+    } else if (value.Is<Empty>()) {
+        Drop(column, slot);
+    } else if (const auto* truth = value.If<bool>()) {
+        Pack(column, slot, Kind::Bool, std::uint8_t{*truth});
+    } else if (const auto* byte = value.If<std::uint8_t>()) {
+        Pack(column, slot, Kind::Byte, *byte);
+    } else if (const auto* integer = value.If<std::int16_t>()) {
+        Pack(column, slot, Kind::Int16, *integer);
+    } else if (const auto* number = value.If<std::int32_t>()) {
+        Pack(column, slot, Kind::Int32, *number);
+    } else if (const auto* large = value.If<std::int64_t>()) {
+        Pack(column, slot, Kind::Int64, *large);
+    } else if (const auto* single = value.If<float>()) {
+        Pack(column, slot, Kind::Float, *single);
+    } else if (const auto* real = value.If<double>()) {
+        Pack(column, slot, Kind::Double, *real);
+    } else if (const auto* date = value.If<Date>()) {
+        Pack(column, slot, Kind::Date, date->days);
+    } else {
+        auto* boxed = new Value(value);
+        Drop(column, slot);
+        column.contents[slot] = AsContent(boxed);
+        column.kinds[slot] = Kind::Boxed;
+    }
+}
+
+void CellStore::Drop(Column& column, Slot slot) {
+    const Kind kind = column.kinds[slot];
+    column.kinds[slot] = Kind::Empty;
+    if (kind == Kind::Text) {
+        texts_.Release(AsPointer<PooledText>(column.contents[slot]));
+    } else if (kind == Kind::Boxed) {
+        delete AsPointer<Value>(column.contents[slot]);
+    }
+}
+
+void CellStore::ClearRow(Slot slot) {
+    for (Column& column : columns_) {
+        Drop(column, slot);
+    }
+}
+
+bool CellStore::IsEmpty(Slot slot, std::size_t column) const {
+    return columns_[column].kinds[slot] == Kind::Empty;
+}
+
+PooledText* CellStore::Text(Slot slot, std::size_t column) const {
+    return columns_[column].kinds[slot] == Kind::Text
+               ? AsPointer<PooledText>(columns_[column].contents[slot])
+               : nullptr;
+}
+
+} // namespace talvix::grid

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "automation/value.h"
+#include "grid/model/text_pool.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace talvix::grid {
+
+using Slot = std::uint32_t;
+
+/// The cells of all rows, column by column, nine bytes each; texts lie in a pool, rare kinds of
+/// values in boxes. A cell gives back the value exactly as it was put.
+class CellStore {
+public:
+    CellStore() = default;
+    CellStore(const CellStore&) = delete;
+    CellStore& operator=(const CellStore&) = delete;
+    ~CellStore();
+
+    void AddColumn();
+    std::size_t ColumnCount() const { return columns_.size(); }
+    /// Makes room for at least `slots` rows; new cells are Empty.
+    void Reserve(std::size_t slots);
+
+    Value Get(Slot slot, std::size_t column) const;
+    void Set(Slot slot, std::size_t column, const Value& value);
+    /// Makes all cells of a row Empty.
+    void ClearRow(Slot slot);
+
+    bool IsEmpty(Slot slot, std::size_t column) const;
+    /// The cell's text without a copy, or null for cells of other kinds.
+    PooledText* Text(Slot slot, std::size_t column) const;
+    TextPool& Texts() { return texts_; }
+
+private:
+    enum class Kind : std::uint8_t { Empty, Bool, Byte, Int16, Int32, Int64, Float, Double, Date, Text, Boxed };
+    struct Column {
+        std::vector<Kind> kinds;
+        std::vector<std::uint64_t> contents;
+    };
+    void Drop(Column& column, Slot slot);
+    template <typename Number> void Pack(Column& column, Slot slot, Kind kind, Number number);
+
+    std::vector<Column> columns_;
+    std::size_t slots_ = 0;
+    TextPool texts_;
+};
+
+} // namespace talvix::grid

@@ -1,0 +1,121 @@
+#pragma once
+
+#include "grid/model/group_tree.h"
+#include "grid/model/value_index.h"
+
+#include <map>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace talvix::grid {
+
+/// A row that stays the same through all moves; it is gone when its id no longer lives.
+struct RowRef {
+    Line line = 0;       ///< where it stood last: a hint
+    std::int32_t id = 0; ///< 0 for no row
+    bool operator==(const RowRef& other) const { return id == other.id; }
+};
+
+using Range = std::pair<std::int32_t, std::int32_t>;
+
+/// Rows in display order with their cells, sorting, grouping, selection and current row. Row numbers
+/// are counted from 1 and include group headings. What is not there raises Failure.
+class RowModel {
+public:
+    RowModel(ColumnSet& columns, const Culture& culture)
+        : columns_(columns), culture_(culture), index_(cells_, culture) {}
+
+    /// Makes the cells of a column that was just added.
+    void AddColumn() { cells_.AddColumn(); }
+
+    std::int32_t Count() const { return static_cast<std::int32_t>(Lines().size()) - deadLines_; }
+    RowRef At(std::int32_t number);
+    RowRef Add();
+    /// Removes a data row, and each heading that has no row left.
+    void Remove(const RowRef& row);
+    void Clear();
+    bool IsAlive(const RowRef& row) const;
+    /// Present number; 0 for a row that is gone.
+    std::int32_t NumberOf(const RowRef& row);
+    RowRef LastAdded() const { return lastAdded_; }
+    /// Slots of the data rows in display order.
+    std::vector<Slot> DataRows();
+
+    /// A heading holds its group's value in the group's column, and Empty elsewhere.
+    Value Get(const RowRef& row, std::size_t column) const;
+    Value GetAt(Slot slot, std::size_t column) const { return cells_.Get(slot, column); }
+    void Set(const RowRef& row, std::size_t column, const Value& value);
+    Value PictureOf(const RowRef& row, std::size_t column) const;
+    void SetPicture(const RowRef& row, std::size_t column, const Value& picture);
+    /// Number of the first data row from `start` on with the value, 0 for none.
+    std::int32_t Find(std::size_t column, const Value& value, std::int32_t start);
+    void SortBy(std::size_t column, bool descending);
+    std::optional<Grouping> Sorting() const { return sorting_; }
+    const std::vector<Grouping>& Groups() const { return groups_; }
+    void SetGroups(std::vector<Grouping> groups);
+    /// Puts every row where sorting and grouping want it.
+    void Place();
+    /// The heading behind a row, or null for a data row.
+    const GroupNode* HeadingOf(const RowRef& row) const;
+    std::int32_t LevelOf(const RowRef& row) const;
+    void SetExpanded(const RowRef& row, bool expanded);
+    void SetAllExpanded(bool expanded);
+    /// Opens all headings above a row.
+    void Reveal(const RowRef& row);
+    /// Numbers of the rows that no closed heading hides, ascending.
+    const std::vector<std::int32_t>& ShownNumbers();
+
+    bool IsSelected(const RowRef& row) const;
+    void Select(const RowRef& row, bool selected);
+    void SelectRange(std::int32_t first, std::int32_t last);
+    void ClearSelection();
+    /// Ranges of row numbers, ascending.
+    const std::vector<Range>& Ranges();
+    RowRef Current() const { return IsAlive(current_) ? current_ : RowRef{}; }
+    /// A row that is not selected becomes the only selected one.
+    void SetCurrent(const RowRef& row);
+
+private:
+    const std::vector<Line>& Lines() const { return groups_.empty() ? order_ : display_; }
+    RowRef RefOf(Line line) const;
+    bool IsDead(Line line) const;
+    std::int32_t NodeOf(const RowRef& row) const;
+    void CheckAlive(const RowRef& row) const;
+    void Touch() { ++version_; }
+    void Compact();
+    void EnsurePositions();
+    void MoveCurrentOff(Slot removed);
+    Slot TakeSlot();
+    std::int32_t Scan(std::size_t column, const Value& value, std::int32_t start);
+    std::vector<std::uint64_t> KeysOf(std::size_t column);
+
+    ColumnSet& columns_;
+    const Culture& culture_;
+    CellStore cells_;
+    ValueIndex index_;
+    GroupTree tree_;
+    std::vector<std::int32_t> ids_; ///< by slot, 0 while free
+    std::vector<std::uint8_t> selected_;
+    std::vector<std::int32_t> groupOf_;   ///< innermost heading, kNoNode before it is placed
+    std::vector<std::int32_t> positions_; ///< place in Lines(), while positionsValid_
+    std::vector<Slot> freeSlots_;
+    std::vector<Slot> deadSlots_; ///< removed, but still standing in the lines
+    std::vector<Line> order_;     ///< data rows; the lines themselves while nothing is grouped
+    std::vector<Line> display_;   ///< headings and data rows, while grouped
+    std::vector<std::int32_t> headingPositions_;
+    std::vector<Grouping> groups_;
+    std::optional<Grouping> sorting_;
+    std::map<std::pair<std::int32_t, std::size_t>, Value> pictures_; ///< by id and column
+    std::int32_t nextId_ = 1;
+    std::int32_t deadLines_ = 0;
+    bool positionsValid_ = true;
+    RowRef current_, lastAdded_;
+    std::uint64_t version_ = 1; ///< of order and selection
+    std::uint64_t rangesVersion_ = 0; ///< at which ranges_ and shown_ were made
+    std::uint64_t shownVersion_ = 0;
+    std::vector<Range> ranges_;
+    std::vector<std::int32_t> shown_;
+};
+
+} // namespace talvix::grid

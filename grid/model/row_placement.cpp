@@ -1,0 +1,117 @@
+#include "grid/model/row_model.h"
+
+#include "automation/failure.h"
+#include "grid/model/sort_keys.h"
+
+#include <algorithm>
+
+namespace talvix::grid {
+
+std::vector<std::uint64_t> RowModel::KeysOf(std::size_t column) {
+    std::vector<Slot> rows(order_.begin(), order_.end());
+    return SortKeys(cells_, columns_.At(column), rows, ids_.size(), culture_);
+}
+
+void RowModel::SortBy(std::size_t column, bool descending) {
+    sorting_ = Grouping{column, descending};
+    Place();
+}
+
+void RowModel::SetGroups(std::vector<Grouping> groups) {
+    Compact();
+    if (groups.empty()) {
+        tree_.Clear();
+        display_.clear();
+    }
+    groups_ = std::move(groups);
+    Place();
+}
+
+void RowModel::Place() {
+    Compact();
+    std::vector<Slot> rows(order_.begin(), order_.end());
+    if (sorting_) {
+        StableSort(rows, KeysOf(sorting_->column), sorting_->descending);
+        order_.assign(rows.begin(), rows.end());
+    }
+    std::fill(groupOf_.begin(), groupOf_.end(), kNoNode);
+    if (!groups_.empty()) {
+        std::vector<std::vector<std::uint64_t>> keys;
+        for (const Grouping& group : groups_) {
+            keys.push_back(KeysOf(group.column));
+        }
+        for (std::size_t level = groups_.size(); level-- > 0;) {
+            StableSort(rows, keys[level], groups_[level].descending);
+        }
+        tree_.Build({rows, groups_, keys, cells_, columns_, culture_, [this] { return nextId_++; }},
+                    display_, groupOf_);
+    }
+    positionsValid_ = false;
+    Touch();
+}
+
+const GroupNode* RowModel::HeadingOf(const RowRef& row) const {
+    CheckAlive(row);
+    return IsHeading(row.line) ? &tree_.At(NodeOf(row)) : nullptr;
+}
+
+std::int32_t RowModel::LevelOf(const RowRef& row) const {
+    const GroupNode* heading = HeadingOf(row);
+    return heading == nullptr ? static_cast<std::int32_t>(groups_.size()) : heading->level;
+}
+
+void RowModel::SetExpanded(const RowRef& row, bool expanded) {
+    if (HeadingOf(row) == nullptr) {
+        throw Failure(failure_number::kInvalidArgument, u"Only a group heading can be opened or closed");
+    }
+    tree_.At(NodeOf(row)).expanded = expanded;
+    Touch();
+}
+
+void RowModel::SetAllExpanded(bool expanded) {
+    for (GroupNode& node : tree_.Nodes()) {
+        node.expanded = expanded;
+    }
+    Touch();
+}
+
+void RowModel::Reveal(const RowRef& row) {
+    CheckAlive(row);
+    std::int32_t node = IsHeading(row.line) ? tree_.At(NodeOf(row)).parent
+                                            : groupOf_[static_cast<Slot>(row.line)];
+    for (; node != kNoNode; node = tree_.At(node).parent) {
+        if (!tree_.At(node).expanded) {
+            tree_.At(node).expanded = true;
+            Touch();
+        }
+    }
+}
+
+const std::vector<std::int32_t>& RowModel::ShownNumbers() {
+    Compact();
+    if (shownVersion_ == version_) {
+        return shown_;
+    }
+    shown_.clear();
+    constexpr std::int32_t kAllShown = INT32_MAX;
+    std::int32_t hiddenBelow = kAllShown; // level of the closed heading that hides what follows
+    const std::vector<Line>& lines = Lines();
+    for (std::size_t at = 0; at < lines.size(); ++at) {
+        const bool isHeading = IsHeading(lines[at]);
+        const bool isPlaced = isHeading || groupOf_[static_cast<Slot>(lines[at])] != kNoNode;
+        if (!isPlaced || (isHeading && tree_.At(~lines[at]).level <= hiddenBelow)) {
+            hiddenBelow = kAllShown;
+        }
+        if (hiddenBelow != kAllShown) {
+            continue;
+        }
+        shown_.push_back(static_cast<std::int32_t>(at) + 1);
+        if (isHeading && !tree_.At(~lines[at]).expanded) {
+            hiddenBelow = tree_.At(~lines[at]).level;
+        }
+    }
+    shownVersion_ = version_;
+    return shown_;
+}
+
+} // namespace talvix::grid

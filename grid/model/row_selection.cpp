@@ -1,0 +1,90 @@
+#include "grid/model/row_model.h"
+
+#include "automation/failure.h"
+#include "automation/text.h"
+
+#include <algorithm>
+
+namespace talvix::grid {
+
+bool RowModel::IsSelected(const RowRef& row) const {
+    CheckAlive(row);
+    return IsHeading(row.line) ? tree_.At(NodeOf(row)).selected
+                               : selected_[static_cast<Slot>(row.line)] != 0;
+}
+
+void RowModel::Select(const RowRef& row, bool selected) {
+    CheckAlive(row);
+    if (IsHeading(row.line)) {
+        tree_.At(NodeOf(row)).selected = selected;
+    } else {
+        selected_[static_cast<Slot>(row.line)] = selected ? 1 : 0;
+    }
+    Touch();
+}
+
+void RowModel::SelectRange(std::int32_t first, std::int32_t last) {
+    Compact();
+    if (first < 1 || last > Count() || first > last) {
+        throw Failure(failure_number::kBadIndex,
+                      u"A range of rows lies between 1 and " + DecimalText(Count()) +
+                          u", its first row not behind its last");
+    }
+    for (std::int32_t number = first; number <= last; ++number) {
+        const Line line = Lines()[static_cast<std::size_t>(number) - 1];
+        if (IsHeading(line)) {
+            tree_.At(~line).selected = true;
+        } else {
+            selected_[static_cast<Slot>(line)] = 1;
+        }
+    }
+    Touch();
+}
+
+void RowModel::ClearSelection() {
+    std::fill(selected_.begin(), selected_.end(), std::uint8_t{0});
+    for (GroupNode& node : tree_.Nodes()) {
+        node.selected = false;
+    }
+    Touch();
+}
+
+const std::vector<Range>& RowModel::Ranges() {
+    Compact();
+    if (rangesVersion_ == version_) {
+        return ranges_;
+    }
+    ranges_.clear();
+    const std::vector<Line>& lines = Lines();
+    for (std::size_t at = 0; at < lines.size(); ++at) {
+        const Line line = lines[at];
+        const bool selected = IsHeading(line) ? tree_.At(~line).selected
+                                              : selected_[static_cast<Slot>(line)] != 0;
+        const auto number = static_cast<std::int32_t>(at) + 1;
+        if (!selected) {
+            continue;
+        }
+        if (!ranges_.empty() && ranges_.back().second == number - 1) {
+            ranges_.back().second = number;
+        } else {
+            ranges_.emplace_back(number, number);
+        }
+    }
+    rangesVersion_ = version_;
+    return ranges_;
+}
+
+void RowModel::SetCurrent(const RowRef& row) {
+    if (row.id == 0) {
+        current_ = RowRef{};
+        return;
+    }
+    CheckAlive(row);
+    current_ = row;
+    if (!IsSelected(row)) {
+        ClearSelection();
+        Select(row, true);
+    }
+}
+
+} // namespace talvix::grid

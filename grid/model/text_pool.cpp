@@ -1,0 +1,101 @@
+#include "grid/model/text_pool.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+namespace talvix::grid {
+
+namespace {
+
+constexpr std::size_t kFirstSize = 64;
+
+std::uint32_t HashOf(std::u16string_view text) {
+    std::uint64_t hash = 0x9E3779B97F4A7C15ULL ^ text.size();
+    for (const char16_t unit : text) {
+        hash = (hash ^ unit) * 0x100000001B3ULL;
+    }
+    return static_cast<std::uint32_t>(hash ^ (hash >> 32U));
+}
+
+PooledText* NewText(std::u16string_view text, std::uint32_t hash) {
+    void* memory = std::malloc(sizeof(PooledText) + text.size() * sizeof(char16_t));
+    if (memory == nullptr) {
+        throw std::bad_alloc();
+    }
+    auto* pooled = new (memory) PooledText{0, static_cast<std::uint32_t>(text.size()), hash, 0};
+    if (!text.empty()) {
+        std::memcpy(static_cast<void*>(pooled + 1), text.data(), text.size() * sizeof(char16_t));
+    }
+    return pooled;
+}
+
+} // namespace
+
+TextPool::~TextPool() {
+    for (PooledText* text : slots_) {
+        std::free(text);
+    }
+}
+
+std::size_t TextPool::SlotOf(std::u16string_view text, std::uint32_t hash) const {
+    const std::size_t mask = slots_.size() - 1;
+    std::size_t slot = hash & mask;
+    while (slots_[slot] != nullptr &&
+           (slots_[slot]->hash != hash || slots_[slot]->View() != text)) {
+        slot = (slot + 1) & mask;
+    }
+    return slot;
+}
+
+PooledText* TextPool::Intern(std::u16string_view text) {
+    if (count_ * 3 >= slots_.size() * 2) {
+        Grow();
+    }
+    const std::uint32_t hash = HashOf(text);
+    const std::size_t slot = SlotOf(text, hash);
+    if (slots_[slot] == nullptr) {
+        slots_[slot] = NewText(text, hash);
+        ++count_;
+    }
+    ++slots_[slot]->references;
+    return slots_[slot];
+}
+
+void TextPool::Release(PooledText* text) {
+    if (--text->references > 0) {
+        return;
+    }
+    const std::size_t slot = SlotOf(text->View(), text->hash);
+    slots_[slot] = nullptr;
+    std::free(text);
+    --count_;
+    CloseGap(slot);
+}
+
+/// Moves the texts behind a freed slot up, so that no search stops too early at the gap.
+void TextPool::CloseGap(std::size_t slot) {
+    const std::size_t mask = slots_.size() - 1;
+    std::size_t gap = slot;
+    for (std::size_t next = (gap + 1) & mask; slots_[next] != nullptr; next = (next + 1) & mask) {
+        const std::size_t home = slots_[next]->hash & mask;
+        const bool reachable = ((next - home) & mask) >= ((next - gap) & mask);
+        if (reachable) {
+            slots_[gap] = slots_[next];
+            slots_[next] = nullptr;
+            gap = next;
+        }
+    }
+}
+
+void TextPool::Grow() {
+    std::vector<PooledText*> old(slots_.empty() ? kFirstSize : slots_.size() * 2, nullptr);
+    old.swap(slots_);
+    for (PooledText* text : old) {
+        if (text != nullptr) {
+            slots_[SlotOf(text->View(), text->hash)] = text;
+        }
+    }
+}
+
+} // namespace talvix::grid

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "core/attachment.h"
+#include "core/document_record.h"
+
+namespace talvix {
+
+/// An Outlook item to be filed, and what is to be done with it.
+struct ItemFiling {
+    Value item; ///< Nothing, Empty, Null or Missing for none
+    std::int32_t operation = -1;
+    bool writeToBody = false;
+    std::u16string subfolder;
+};
+
+/// Appends one document row. Nothing is added while the project has no folder. The list is not
+/// persisted.
+void AddDMSItem(Attachment& attachment, const DocumentRecord& record, const ItemFiling& filing);
+
+/// Adds a file that lies in its final place. A date of 0 becomes the current date and time.
+void AddFile(Attachment& attachment, std::u16string_view physicalStore1, std::u16string_view subject,
+             std::u16string_view status, std::u16string_view longDescription, Date creationDate = {},
+             Date modificationDate = {});
+
+} // namespace talvix

@@ -1,0 +1,262 @@
+#include "automation/coercion.h"
+#include "automation/dates.h"
+#include "automation/event_source.h"
+#include "automation/failure.h"
+#include "automation/late.h"
+#include "automation/member_table.h"
+#include "automation/resume_next.h"
+#include "automation/text.h"
+#include "tests/fakes/expando.h"
+#include "tests/fakes/fake_platform.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <stdexcept>
+
+namespace talvix {
+
+TEST(Text, TrimTakesBlanksOnly) {
+    EXPECT_EQ(Trim(u"  a b "), u"a b");
+    EXPECT_EQ(Trim(u"\ta\t"), u"\ta\t");
+    EXPECT_EQ(Trim(u"   "), u"");
+    EXPECT_EQ(Trim(u""), u"");
+}
+
+TEST(Text, LeftAndMidKeepToTheText) {
+    EXPECT_EQ(Left(u"abc", 2), u"ab");
+    EXPECT_EQ(Left(u"abc", 9), u"abc");
+    EXPECT_EQ(Mid(u"abc", 3), u"c");
+    EXPECT_EQ(Mid(u"abc", 4), u"");
+    EXPECT_EQ(Mid(u"abc", 0), u"");
+}
+
+TEST(Text, ReplaceTakesEveryOccurrenceAndNothingForAnEmptySearch) {
+    EXPECT_EQ(Replace(u"a\\\\b\\\\c", u"\\\\", u"\\"), u"a\\b\\c");
+    EXPECT_EQ(Replace(u"abc", u"", u"x"), u"abc");
+    EXPECT_EQ(ReplaceNoCase(FakeCulture(), u"P:\\PROJ\\Größe", u"p:\\proj", u""), u"\\Größe");
+    EXPECT_EQ(ReplaceNoCase(FakeCulture(), u"P:\\Proj", u"", u"x"), u"P:\\Proj");
+}
+
+TEST(Text, LeadingNumberReadsWhatItCan) {
+    EXPECT_EQ(LeadingNumber(u"10"), 10);
+    EXPECT_EQ(LeadingNumber(u" 9 "), 9);
+    EXPECT_EQ(LeadingNumber(u""), 0);
+    EXPECT_EQ(LeadingNumber(u"abc"), 0);
+    EXPECT_EQ(LeadingNumber(u"12ab"), 12);
+}
+
+TEST(Text, Utf8GoesBothWaysAndMendsWhatIsBroken) {
+    const std::u16string text = u"Größe € \U0001F600";
+    EXPECT_EQ(FromUtf8(ToUtf8(text)), text);
+    EXPECT_EQ(FromUtf8("a\xFF"), u"a\uFFFD");
+    EXPECT_EQ(FromUtf8("\xE2\x82"), u"\uFFFD\uFFFD");
+    EXPECT_EQ(FromUtf8("\xC0\x80"), u"\uFFFD\uFFFD");
+    const std::u16string lone(1, static_cast<char16_t>(0xD800));
+    EXPECT_EQ(ToUtf8(lone), "\xEF\xBF\xBD");
+}
+
+TEST(Dates, AreDaysSinceThe30thOfDecember1899) {
+    EXPECT_EQ(ToDate({1899, 12, 30, 0, 0, 0}).days, 0);
+    EXPECT_EQ(ToDate({2000, 1, 1, 12, 0, 0}).days, 36526.5);
+    EXPECT_EQ(ToDate({1899, 12, 29, 6, 0, 0}).days, -1.25);
+    EXPECT_EQ(*ToCivilTime(Date{-1.25}), (CivilTime{1899, 12, 29, 6, 0, 0}));
+    EXPECT_EQ(*ToCivilTime(Date{36526.999999}), (CivilTime{2000, 1, 2, 0, 0, 0}));
+    EXPECT_FALSE(ToCivilTime(Date{1e9}));
+    EXPECT_FALSE(ToCivilTime(Date{-1e300}));
+}
+
+TEST(Dates, IsoTextIsReadBackAndNothingElseIs) {
+    const Date date = ToDate({2003, 12, 31, 14, 5, 0});
+    EXPECT_EQ(IsoText(date), u"2003-12-31 14:05:00");
+    EXPECT_EQ(ReadIsoText(u"2003-12-31 14:05:00")->days, date.days);
+    EXPECT_TRUE(ReadIsoText(u"2003-12-31"));
+    for (const auto* bad : {u"", u"2003-02-30", u"31.12.2003", u"2003-12-31 25:00:00", u"2003-12-31x", u"2003-1-1"}) {
+        EXPECT_FALSE(ReadIsoText(bad)) << ToUtf8(bad);
+    }
+}
+
+TEST(Coercion, TextFormsAreTheUsers) {
+    const FakeCulture german;
+    EXPECT_EQ(ToText(Value(1.5), german), u"1,5");
+    EXPECT_EQ(ToText(ToDate({2003, 12, 31, 14, 5, 0}), german), u"31.12.2003 14:05:00");
+    EXPECT_EQ(ToText(true, german), u"True");
+    EXPECT_EQ(ToText(Null(), german), u"");
+    EXPECT_EQ(ToText(std::int64_t{12345678901234}, german), u"12345678901234");
+    EXPECT_THROW(ToText(Nothing(), german), Failure);
+}
+
+TEST(Coercion, NumbersRoundHalvesToEvenAndOverflowIsAFailure) {
+    const FakeCulture german;
+    EXPECT_EQ(ToLong(2.5, german), 2);
+    EXPECT_EQ(ToLong(3.5, german), 4);
+    EXPECT_EQ(ToLong(u"12", german), 12);
+    EXPECT_EQ(ToLong(true, german), -1);
+    EXPECT_THROW(ToLong(1e10, german), Failure);
+    EXPECT_THROW(ToLong(u"zwölf", german), Failure);
+    EXPECT_TRUE(ToBoolean(u"TRUE", german));
+    EXPECT_FALSE(ToBoolean(Empty(), german));
+    EXPECT_THROW(ToBoolean(u"vielleicht", german), Failure);
+}
+
+TEST(Coercion, AnObjectGivesItsDefaultMember) {
+    class Wrapper : public Expando {
+    public:
+        Wrapper() : Expando(u"Wrapper") {}
+        Value Invoke(MemberId, unsigned, Arguments) override { return u"innen"; }
+    };
+    EXPECT_EQ(ToText(std::make_shared<Wrapper>(), FakeCulture()), u"innen");
+}
+
+TEST(ResumeNext, SkipsAFailingStatementNotesItAndGoesOn) {
+    FakeTrace trace;
+    ResumeNext next{trace, u"Schritte"};
+    int value = 1;
+    EXPECT_FALSE(next([&] { value = [] () -> int { throw Failure(5, u"kaputt"); }(); }));
+    EXPECT_EQ(value, 1);
+    EXPECT_TRUE(next([&] { value = 2; }));
+    EXPECT_EQ(value, 2);
+    EXPECT_FALSE(next.If([]() -> bool { throw std::runtime_error("x"); }));
+    EXPECT_FALSE(next([] { throw 42; }));
+    ASSERT_EQ(trace.notes.size(), 3U);
+    EXPECT_EQ(trace.notes[0], u"Schritte: skipped: kaputt");
+}
+
+TEST(Late, ChainsReadAndWriteByName) {
+    auto inner = std::make_shared<Expando>(u"Inner");
+    inner->With(u"Caption", u"alt");
+    auto outer = std::make_shared<Expando>(u"Outer");
+    outer->With(u"Child", inner);
+    const Late late{Value(outer)};
+    late[u"child"].Set(u"CAPTION", u"neu");
+    EXPECT_EQ(late[u"Child"].Call(u"Caption"), Value(u"neu"));
+    EXPECT_THROW(late[u"Child"][u"Caption"][u"More"], Failure);
+    EXPECT_THROW(Late{Nothing()}[u"x"], Failure);
+}
+
+TEST(Late, AnUnknownNameIsToldInTheFailure) {
+    const Late late{Value(std::make_shared<Expando>(u"Page"))};
+    try {
+        late[u"Fehlt"];
+        FAIL();
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.Number(), failure_number::kUnknownName);
+        EXPECT_EQ(failure.Text(), u"Page has no member \"Fehlt\"");
+    }
+}
+
+TEST(Late, AnObjectIsPutByReferenceFirstThenByValue) {
+    class Picky : public Expando {
+    public:
+        Picky() : Expando(u"Picky") {}
+        Value Invoke(MemberId member, unsigned access, Arguments arguments) override {
+            ways.push_back(access);
+            if (access == access::kPutReference) {
+                throw Failure(failure_number::kMemberNotFound, u"no put by reference");
+            }
+            return Expando::Invoke(member, access, arguments);
+        }
+        std::vector<unsigned> ways;
+    };
+    auto picky = std::make_shared<Picky>();
+    picky->With(u"Item", Empty());
+    const Value child = std::make_shared<Expando>(u"Child");
+    Late(Value(picky)).Set(u"Item", child);
+    EXPECT_EQ(picky->ways, (std::vector<unsigned>{access::kPutReference, access::kPut}));
+    EXPECT_EQ(picky->Field(u"Item"), child);
+}
+
+namespace {
+
+class CountingSink : public EventSink {
+public:
+    explicit CountingSink(std::function<void()> action = [] {}) : action_(std::move(action)) {}
+    void OnEvent(std::u16string_view, std::span<Value> arguments) override {
+        ++count;
+        if (!arguments.empty()) {
+            arguments[0] = true;
+        }
+        action_();
+    }
+    int count = 0;
+
+private:
+    std::function<void()> action_;
+};
+
+} // namespace
+
+TEST(EventSource, ChangesByReferenceAndEndsWithTheSubscription) {
+    EventSource source;
+    auto sink = std::make_shared<CountingSink>();
+    Subscription subscription = source.Connect(sink);
+    std::array<Value, 1> arguments{false};
+    source.Raise(u"Before", arguments);
+    EXPECT_EQ(arguments[0], Value(true));
+    subscription.reset();
+    source.Raise(u"Before", arguments);
+    EXPECT_EQ(sink->count, 1);
+    EXPECT_FALSE(source.HasSinks());
+}
+
+TEST(EventSource, DeliversToTheSinksOfTheMomentWhateverTheyDo) {
+    auto source = std::make_unique<EventSource>();
+    Subscription second;
+    auto other = std::make_shared<CountingSink>();
+    auto first = std::make_shared<CountingSink>([&] {
+        second.reset();
+        throw std::runtime_error("own trouble");
+    });
+    const Subscription kept = source->Connect(first);
+    second = source->Connect(other);
+    source->Raise(u"Click", {});
+    source->Raise(u"Click", {});
+    EXPECT_EQ(first->count, 2);
+    EXPECT_EQ(other->count, 1);
+    source.reset();
+}
+
+namespace {
+
+class Sums : public Tabled<Sums> {
+public:
+    static const MemberTable<Sums>& Members() {
+        static const MemberTable<Sums> members(
+            {{{u"Sum", access::kMethod, u"first second [third]"},
+              [](Sums&, const MemberCall& call) -> Value {
+                  const FakeCulture german;
+                  const std::int32_t third = call.At(2).IsAbsent() ? 0 : ToLong(call.At(2), german);
+                  return ToLong(call.At(0), german) * 100 + ToLong(call.At(1), german) * 10 + third;
+              }},
+             {{u"Fixed", access::kGet, u""}, [](Sums&, const MemberCall&) -> Value { return 7; }}});
+        return members;
+    }
+    std::u16string TypeName() const override { return u"Sums"; }
+};
+
+} // namespace
+
+TEST(MemberTable, NamedAndOptionalArgumentsFindTheirPlaces) {
+    Sums sums;
+    const std::array<Value, 3> three{1, 2, 3};
+    EXPECT_EQ(InvokeByName(sums, u"SUM", access::kMethod, {three, {}}), Value(123));
+    const std::array<Value, 2> two{1, 2};
+    EXPECT_EQ(InvokeByName(sums, u"Sum", access::kMethod, {two, {}}), Value(120));
+    const std::array<std::u16string_view, 2> names{u"third", u"SECOND"};
+    EXPECT_EQ(InvokeByName(sums, u"Sum", access::kMethod, {three, names}), Value(132));
+}
+
+TEST(MemberTable, WhatIsMissingUnknownOrReadOnlyIsToldByName) {
+    Sums sums;
+    const std::array<Value, 4> four{1, 2, 3, 4};
+    const std::array<std::u16string_view, 1> wrong{u"fourth"};
+    const std::span<const Value> values = four;
+    EXPECT_THROW(InvokeByName(sums, u"Sum", access::kMethod, {values.first(1), {}}), Failure);
+    EXPECT_THROW(InvokeByName(sums, u"Sum", access::kMethod, {values.first(2), wrong}), Failure);
+    EXPECT_THROW(InvokeByName(sums, u"Sum", access::kMethod, {four, {}}), Failure);
+    EXPECT_THROW(InvokeByName(sums, u"Fixed", access::kPut, {values.first(1), {}}), Failure);
+    EXPECT_THROW(sums.Invoke(99, access::kGet, {}), Failure);
+    EXPECT_THROW(sums.Invoke(-5, access::kGet, {}), Failure);
+}
+
+} // namespace talvix

@@ -1,0 +1,130 @@
+#include "tests/fakes/fake_platform.h"
+
+#include "automation/failure.h"
+#include "automation/text.h"
+#include "tests/fakes/expando.h"
+
+namespace talvix {
+
+namespace {
+
+std::u16string_view ExtensionOf(std::u16string_view path) {
+    const std::size_t at = path.find_last_of(u".\\");
+    return at == std::u16string_view::npos || path[at] != u'.' ? std::u16string_view() : path.substr(at + 1);
+}
+
+std::u16string RegistryKey(std::uint32_t root, std::u16string_view key, std::u16string_view name) {
+    return FakeCulture().UpperCase(DecimalText(root) + u"\\" + std::u16string(key) + u":" +
+                                   std::u16string(name));
+}
+
+} // namespace
+
+std::u16string FakeFiles::Key(std::u16string_view path) const {
+    while (path.size() > 3 && path.back() == u'\\') {
+        path.remove_suffix(1);
+    }
+    return culture_.UpperCase(path);
+}
+
+void FakeFiles::MakeFile(std::u16string_view path, std::int64_t length) {
+    MakeFolder(path.substr(0, path.rfind(u'\\')));
+    entries_[Key(path)] = {std::u16string(path), {false, length}};
+}
+
+void FakeFiles::MakeFolder(std::u16string_view path) {
+    entries_.try_emplace(Key(path), Entry{std::u16string(path), {true, 0}});
+    const std::size_t up = path.rfind(u'\\');
+    if (up != std::u16string_view::npos && up > 2) {
+        MakeFolder(path.substr(0, up));
+    }
+}
+
+std::optional<FileFacts> FakeFiles::Query(std::u16string_view path) {
+    journal_.Write(u"query " + std::u16string(path));
+    for (const std::u16string& root : silentRoots) {
+        if (Key(path).starts_with(root)) {
+            return std::nullopt;
+        }
+    }
+    const auto found = entries_.find(Key(path));
+    return found == entries_.end() ? std::nullopt : std::optional(found->second.facts);
+}
+
+FolderListing FakeFiles::List(std::u16string_view folder) {
+    const std::u16string key = Key(folder);
+    if (!entries_.contains(key)) {
+        throw Failure(failure_number::kInvalidArgument, u"There is no folder " + std::u16string(folder));
+    }
+    journal_.Write(u"list " + std::u16string(folder));
+    FolderListing listing;
+    for (const auto& [each, entry] : entries_) {
+        const bool isBelow = each.starts_with(key + u"\\") &&
+                             each.find(u'\\', key.size() + 1) == std::u16string::npos;
+        if (isBelow) {
+            auto& names = entry.facts.isFolder ? listing.folders : listing.files;
+            names.push_back(entry.path.substr(key.size() + 1));
+        }
+    }
+    return listing;
+}
+
+std::int32_t FakeShell::SmallIconIndex(std::u16string_view path) {
+    journal_.Write(u"icon " + std::u16string(path));
+    return ExtensionOf(path) == u"doc" ? 3 : 7;
+}
+
+std::u16string FakeShell::TypeName(std::u16string_view path) {
+    journal_.Write(u"type " + std::u16string(path));
+    const std::u16string_view extension = ExtensionOf(path);
+    return extension.empty() ? std::u16string() : std::u16string(extension) + u"-Datei";
+}
+
+bool FakeShell::HasOwnIcon(std::u16string_view path) {
+    return ExtensionOf(path).empty() || ExtensionOf(path) == u"exe";
+}
+
+std::int64_t FakeShell::SmallIconList() {
+    journal_.Write(u"image list");
+    return 4711;
+}
+
+std::optional<RegistryValue> FakeRegistry::Read(std::uint32_t root, std::u16string_view key,
+                                                std::u16string_view name) {
+    const auto found = values_.find(RegistryKey(root, key, name));
+    return found == values_.end() ? std::nullopt : std::optional(found->second);
+}
+
+void FakeRegistry::WriteText(std::uint32_t root, std::u16string_view key, std::u16string_view name,
+                             std::u16string_view text) {
+    values_[RegistryKey(root, key, name)] = {kRegistryText, std::u16string(text), 0};
+}
+
+void FakeRegistry::WriteNumber(std::uint32_t root, std::u16string_view key, std::u16string_view name,
+                               std::uint32_t number) {
+    values_[RegistryKey(root, key, name)] = {kRegistryNumber, u"", number};
+}
+
+void FakeTimers::RunPending() {
+    journal_.Write(u"pump");
+    if (onPending) {
+        onPending();
+    }
+}
+
+Value FakePictures::Picture(std::int32_t number) {
+    if (number != kMissingFilePicture && number != kLinkPicture) {
+        throw Failure(failure_number::kBadIndex, u"No such picture");
+    }
+    Value& picture = pictures_[number];
+    if (picture.IsNothing()) {
+        picture = std::make_shared<Expando>(u"Picture" + DecimalText(number));
+    }
+    return picture;
+}
+
+void FakeTrace::Note(std::u16string_view procedure, std::u16string_view text) {
+    notes.push_back(std::u16string(procedure) + u": " + std::u16string(text));
+}
+
+} // namespace talvix

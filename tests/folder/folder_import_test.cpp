@@ -1,0 +1,112 @@
+#include "automation/text.h"
+#include "tests/fakes/main_rig.h"
+
+#include <gtest/gtest.h>
+
+namespace talvix {
+
+namespace {
+
+struct ImportRig : MainRig {
+    ImportRig() {
+        Attach();
+        fakes.files.MakeFolder(u"P:\\Proj");
+        fakes.journal.Clear();
+    }
+    std::size_t Saves() const { return fakes.journal.Count(u"Managing.WriteGridDataToItemBody"); }
+};
+
+} // namespace
+
+TEST(FolderImport, AddsEveryFileOfTheFolderAndItsSubFoldersAndSavesOnce) {
+    ImportRig rig;
+    rig.fakes.files.MakeFile(u"P:\\Proj\\a.doc", 1);
+    rig.fakes.files.MakeFile(u"P:\\Proj\\Sub\\b.txt", 1);
+    rig.fakes.files.MakeFile(u"P:\\Proj\\Sub\\Tief\\c.txt", 1);
+    rig.fakes.journal.Clear();
+    rig.main->AddFilesFromProjectFolderEvent();
+    ASSERT_EQ(rig.RowCount(), 3);
+    EXPECT_EQ(rig.Cell(1, u"PhysicalStore1"), Value(u"P:\\Proj\\a.doc"));
+    EXPECT_EQ(rig.Cell(1, u"LongDescription"), Value(u"doc-Datei"));
+    EXPECT_EQ(rig.Cell(1, u"Status"), Value(u""));
+    EXPECT_EQ(rig.Cell(2, u"PhysicalStore2"), Value(u"\\Sub"));
+    EXPECT_EQ(rig.Cell(3, u"Subject"), Value(u"c.txt"));
+    EXPECT_EQ(rig.Saves(), 1U);
+    EXPECT_EQ(rig.fakes.journal.Count(u"pump"), 2U);
+    EXPECT_TRUE(rig.model->Redraw());
+}
+
+TEST(FolderImport, AFileListedWithOtherCaseIsSkipped) {
+    ImportRig rig;
+    rig.fakes.files.MakeFile(u"P:\\Proj\\Größe.DOC", 1);
+    rig.AddRow(0, u"p:\\proj\\gRÖßE.doc");
+    rig.main->AddFilesFromProjectFolderEvent();
+    EXPECT_EQ(rig.RowCount(), 1);
+    EXPECT_EQ(rig.Saves(), 0U);
+}
+
+TEST(FolderImport, AFileListedUnderAnotherFormOfItsPathIsAddedAgain) {
+    ImportRig rig;
+    rig.fakes.files.MakeFile(u"P:\\Proj\\a.doc", 1);
+    rig.AddRow(0, u"\\\\srv\\daten\\Proj\\a.doc");
+    rig.main->AddFilesFromProjectFolderEvent();
+    EXPECT_EQ(rig.RowCount(), 2);
+}
+
+TEST(FolderImport, AnEmptyFolderAddsNothingAndDoesNotSave) {
+    ImportRig rig;
+    rig.main->AddFilesFromProjectFolderEvent();
+    EXPECT_EQ(rig.RowCount(), 0);
+    EXPECT_EQ(rig.Saves(), 0U);
+}
+
+TEST(FolderImport, AFolderThatCannotBeListedAddsNothing) {
+    ImportRig rig;
+    rig.SetFolder(u"Q:\\gibtsnicht");
+    rig.main->AddFilesFromProjectFolderEvent();
+    EXPECT_EQ(rig.RowCount(), 0);
+    EXPECT_TRUE(rig.model->Redraw());
+}
+
+TEST(FolderImport, StoppedInASubFolderKeepsWhatWasAddedAndSavesIt) {
+    ImportRig rig;
+    rig.fakes.files.MakeFile(u"P:\\Proj\\a.doc", 1);
+    rig.fakes.files.MakeFile(u"P:\\Proj\\Sub\\b.doc", 1);
+    rig.fakes.timers.onPending = [&] { rig.main->SetStopImport(true); };
+    rig.main->AddFilesFromProjectFolderEvent();
+    EXPECT_EQ(rig.RowCount(), 1);
+    EXPECT_EQ(rig.Saves(), 1U);
+}
+
+TEST(FolderImport, StoppedFromTheStartAddsOneFileButDoesNotCountIt) {
+    ImportRig rig;
+    rig.fakes.files.MakeFile(u"P:\\Proj\\a.doc", 1);
+    rig.fakes.files.MakeFile(u"P:\\Proj\\b.doc", 1);
+    rig.main->SetStopImport(true);
+    rig.main->AddFilesFromProjectFolderEvent();
+    EXPECT_EQ(rig.RowCount(), 1);
+    EXPECT_EQ(rig.Saves(), 0U);
+    EXPECT_EQ(rig.main->strAddingFile(), u"a.doc");
+}
+
+TEST(FolderImport, ARowRemovedDuringThePumpIsAddedAgainWhenItsFileComes) {
+    ImportRig rig;
+    rig.fakes.files.MakeFile(u"P:\\Proj\\Sub\\b.doc", 1);
+    rig.AddRow(0, u"P:\\Proj\\Sub\\b.doc");
+    rig.fakes.timers.onPending = [&] { Late(rig.gridObject)[u"Rows"][u"Clear"]; };
+    rig.main->AddFilesFromProjectFolderEvent();
+    EXPECT_EQ(rig.RowCount(), 1);
+}
+
+TEST(FolderImport, SortedRowsAreInPlaceAfterwards) {
+    ImportRig rig;
+    for (const auto* name : {u"P:\\Proj\\c.doc", u"P:\\Proj\\a.doc", u"P:\\Proj\\Sub\\b.doc"}) {
+        rig.fakes.files.MakeFile(name, 1);
+    }
+    Late(rig.gridObject).Call(u"Sort", u"Subject", 1);
+    rig.main->AddFilesFromProjectFolderEvent();
+    EXPECT_EQ(rig.Cell(1, u"Subject"), Value(u"c.doc"));
+    EXPECT_EQ(rig.Cell(2, u"Subject"), Value(u"b.doc"));
+}
+
+} // namespace talvix

@@ -1,0 +1,177 @@
+#include "automation/text.h"
+#include "grid/model/grid_objects.h"
+#include "tests/fakes/fake_culture.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <vector>
+
+namespace talvix::grid {
+
+namespace {
+
+/// A plain list of rows that does everything the long way.
+struct Reference {
+    struct Row {
+        std::int32_t id;
+        std::u16string name;
+        std::int32_t number;
+        bool selected;
+    };
+    std::vector<Row> rows;
+};
+
+struct Pair {
+    Pair() : model(culture) {
+        model.AddColumn(u"Name");
+        model.AddColumn(u"Number").dataType = DataType::Long;
+    }
+    void Compare() {
+        ASSERT_EQ(model.rows.Count(), static_cast<std::int32_t>(reference.rows.size()));
+        for (std::size_t at = 0; at < reference.rows.size(); ++at) {
+            const RowRef row = model.rows.At(static_cast<std::int32_t>(at) + 1);
+            ASSERT_EQ(row.id, reference.rows[at].id);
+            ASSERT_EQ(model.rows.Get(row, 0), Value(reference.rows[at].name));
+            ASSERT_EQ(model.rows.Get(row, 1), Value(reference.rows[at].number));
+            ASSERT_EQ(model.rows.IsSelected(row), reference.rows[at].selected);
+            ASSERT_EQ(model.rows.NumberOf(row), static_cast<std::int32_t>(at) + 1);
+        }
+    }
+    FakeCulture culture;
+    /// The reference's stable sort by what the grid is sorted by.
+    void Resort() {
+        const auto sorting = model.rows.Sorting();
+        if (!sorting) {
+            return;
+        }
+        const auto key = [&](const Reference::Row& row) {
+            return sorting->column == 0 ? culture.UpperCase(row.name) : DecimalText(row.number);
+        };
+        std::stable_sort(reference.rows.begin(), reference.rows.end(),
+                         [&](const Reference::Row& left, const Reference::Row& right) {
+                             return sorting->descending ? key(left) > key(right) : key(left) < key(right);
+                         });
+    }
+    FakeCulture culture;
+    GridModel model;
+    Reference reference;
+};
+
+using Random = std::mt19937;
+
+std::size_t Below(Random& random, std::size_t limit) { return random() % limit; }
+
+void AddRow(Pair& pair, Random& random) {
+    const RowRef row = pair.model.rows.Add();
+    const std::u16string name = (random() % 2 == 0 ? u"n" : u"N") + DecimalText(random() % 7);
+    const auto number = static_cast<std::int32_t>(random() % 5);
+    pair.model.rows.Set(row, 0, name);
+    pair.model.rows.Set(row, 1, number);
+    pair.reference.rows.push_back({row.id, name, number, false});
+}
+
+void RemoveRow(Pair& pair, Random& random) {
+    if (pair.reference.rows.empty()) {
+        return;
+    }
+    const std::size_t at = Below(random, pair.reference.rows.size());
+    pair.model.rows.Remove(pair.model.rows.At(static_cast<std::int32_t>(at) + 1));
+    pair.reference.rows.erase(pair.reference.rows.begin() + static_cast<std::ptrdiff_t>(at));
+}
+
+void SelectRow(Pair& pair, Random& random) {
+    if (pair.reference.rows.empty()) {
+        return;
+    }
+    const std::size_t at = Below(random, pair.reference.rows.size());
+    const bool selected = random() % 2 == 0;
+    pair.model.rows.Select(pair.model.rows.At(static_cast<std::int32_t>(at) + 1), selected);
+    pair.reference.rows[at].selected = selected;
+}
+
+void SortRows(Pair& pair, Random& random) {
+    pair.model.Sort(random() % 2, random() % 2 == 0);
+    pair.Resort();
+}
+
+void FindRow(Pair& pair, Random& random) {
+    const std::u16string name = u"n" + DecimalText(random() % 7);
+    const auto start = static_cast<std::int32_t>(Below(random, pair.reference.rows.size() + 1)) + 1;
+    std::int32_t expected = 0;
+    for (std::size_t at = static_cast<std::size_t>(start) - 1; at < pair.reference.rows.size(); ++at) {
+        if (pair.culture.SameText(pair.reference.rows[at].name, name)) {
+            expected = static_cast<std::int32_t>(at) + 1;
+            break;
+        }
+    }
+    ASSERT_EQ(pair.model.rows.Find(0, name, start), expected);
+}
+
+void GroupAndUngroup(Pair& pair, Random& random) {
+    pair.model.ChangeGroups({{random() % 2, random() % 2 == 0}});
+    std::int32_t shownRows = 0;
+    for (std::int32_t number = 1; number <= pair.model.rows.Count(); ++number) {
+        const GroupNode* heading = pair.model.rows.HeadingOf(pair.model.rows.At(number));
+        shownRows += heading == nullptr ? 1 : 0;
+    }
+    ASSERT_EQ(shownRows, static_cast<std::int32_t>(pair.reference.rows.size()));
+    pair.model.ChangeGroups({});
+    pair.Resort(); // grouping puts everything into place, rows added since the last sort too
+}
+
+} // namespace
+
+TEST(GridReference, RandomSequencesAgreeWithAPlainList) {
+    for (unsigned seed = 1; seed <= 60; ++seed) {
+        SCOPED_TRACE(seed);
+        Random random(seed);
+        Pair pair;
+        for (int step = 0; step < 80; ++step) {
+            switch (random() % 8) {
+            case 0:
+                RemoveRow(pair, random);
+                break;
+            case 1:
+                SortRows(pair, random);
+                break;
+            case 2:
+                SelectRow(pair, random);
+                break;
+            case 3:
+                FindRow(pair, random);
+                break;
+            case 4:
+                GroupAndUngroup(pair, random);
+                break;
+            default:
+                AddRow(pair, random);
+            }
+            ASSERT_NO_FATAL_FAILURE(pair.Compare());
+        }
+    }
+}
+
+TEST(TextPool, KeepsEachTextOnceThroughRandomUse) {
+    Random random(7);
+    TextPool pool;
+    std::vector<PooledText*> held;
+    for (int step = 0; step < 20000; ++step) {
+        if (held.empty() || random() % 3 != 0) {
+            const std::u16string text = DecimalText(random() % 500);
+            PooledText* pooled = pool.Intern(text);
+            ASSERT_EQ(pooled->View(), text);
+            held.push_back(pooled);
+        } else {
+            const std::size_t at = Below(random, held.size());
+            pool.Release(held[at]);
+            held.erase(held.begin() + static_cast<std::ptrdiff_t>(at));
+        }
+    }
+    std::sort(held.begin(), held.end());
+    const auto distinct = static_cast<std::size_t>(std::unique(held.begin(), held.end()) - held.begin());
+    EXPECT_EQ(pool.Size(), distinct);
+}
+
+} // namespace talvix::grid
