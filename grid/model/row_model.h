@@ -28,7 +28,6 @@ public:
 
     /// Makes the cells of a column that was just added.
     void AddColumn() { cells_.AddColumn(); }
-
     std::int32_t Count() const { return static_cast<std::int32_t>(Lines().size()) - deadLines_; }
     RowRef At(std::int32_t number);
     RowRef Add();

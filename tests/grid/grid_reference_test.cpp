@@ -39,7 +39,6 @@ struct Pair {
             ASSERT_EQ(model.rows.NumberOf(row), static_cast<std::int32_t>(at) + 1);
         }
     }
-    FakeCulture culture;
     /// The reference's stable sort by what the grid is sorted by.
     void Resort() {
         const auto sorting = model.rows.Sorting();
