@@ -66,7 +66,9 @@ public:
     /// The name of the object's kind, as a script's TypeName shows it.
     virtual std::u16string TypeName() const = 0;
     /// Connects a sink to the object's events. Objects without events raise Failure.
-    virtual Subscription Subscribe(std::shared_ptr<EventSink> sink);
+    /// `order` names the events by their numbers from 1, for an object that does not tell them.
+    virtual Subscription Subscribe(std::shared_ptr<EventSink> sink,
+                                   std::span<const std::u16string_view> order);
     /// The elements, for objects that are collections; others raise Failure.
     virtual std::shared_ptr<Sequence> Enumerate();
 

@@ -11,6 +11,11 @@ namespace {
 
 constexpr std::int32_t kAll = -1;
 
+/// The events in the order of their numbers, for a control that does not name them.
+constexpr std::u16string_view kEvents[] = {
+    u"AfterGroupChange", u"BeforeClickSort", u"BeforeGroupChange", u"Click",       u"DblClick",
+    u"KeyDown",          u"MouseDown",       u"MouseUp",           u"OLEDragOver", u"OLEDragDrop"};
+
 /// Counts and numbers come from a control of our contract as numbers; anything else is a failure.
 std::int32_t Number(const Value& value) {
     const auto number = NumericContent(value);
@@ -98,7 +103,7 @@ void Grid::RefreshSortWithEmptyList() const {
 void Grid::Expand() const { grid_.Call(u"Expand"); }
 
 Subscription Grid::Connect(std::shared_ptr<EventSink> sink) const {
-    return grid_.Target().Subscribe(std::move(sink));
+    return grid_.Target().Subscribe(std::move(sink), kEvents);
 }
 
 } // namespace talvix

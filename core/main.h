@@ -4,13 +4,12 @@
 #include "core/grid_events.h"
 #include "operations/add_document.h"
 
-#include <memory>
 
 namespace talvix {
 
 /// The component's one public class: it attaches to a host and its document grid, and does what the
 /// page's buttons and the grid's events ask for. No member raises anything.
-class Main : public std::enable_shared_from_this<Main> {
+class Main {
 public:
     Main(Platform& platform, Trace& trace);
     Main(const Main&) = delete;

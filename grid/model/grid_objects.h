@@ -15,7 +15,8 @@ public:
     explicit GridObject(SharedGrid grid) : model(std::move(grid)) {}
     static const MemberTable<GridObject>& Members();
     std::u16string TypeName() const override { return u"Grid"; }
-    Subscription Subscribe(std::shared_ptr<EventSink> sink) override {
+    Subscription Subscribe(std::shared_ptr<EventSink> sink,
+                           std::span<const std::u16string_view>) override {
         return model->events.Connect(std::move(sink));
     }
     const SharedGrid model;

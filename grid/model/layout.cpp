@@ -58,4 +58,20 @@ std::int32_t Layout::LinesIn(std::int32_t height) const {
     return std::max(1, (height - RowsTop()) / std::max(1, metrics.rowHeight));
 }
 
+Box Layout::ChipAt(std::size_t place) const {
+    constexpr std::int32_t kWidth = 130;
+    constexpr std::int32_t kGap = 8;
+    const std::int32_t left = Scaled(kGap + static_cast<std::int32_t>(place) * (kWidth + kGap));
+    return {left, Scaled(kGap), left + Scaled(kWidth), metrics.groupBoxHeight - Scaled(kGap)};
+}
+
+std::int32_t Layout::ChipUnder(std::int32_t x, std::int32_t y, std::size_t count) const {
+    for (std::size_t place = 0; place < count; ++place) {
+        if (ChipAt(place).Holds(x, y)) {
+            return static_cast<std::int32_t>(place);
+        }
+    }
+    return -1;
+}
+
 } // namespace talvix::grid

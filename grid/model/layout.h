@@ -14,6 +14,14 @@ struct Metrics {
     std::int32_t groupBoxHeight = 38;
 };
 
+struct Box {
+    std::int32_t left = 0;
+    std::int32_t top = 0;
+    std::int32_t right = 0;
+    std::int32_t bottom = 0;
+    bool Holds(std::int32_t x, std::int32_t y) const { return x >= left && x < right && y >= top && y < bottom; }
+};
+
 /// What lies at a point, as the control's automation numbers it.
 enum class Area : std::int32_t { Nothing = 0, GroupByBox = 1, Heading = 2, Cell = 3, GroupHeading = 4 };
 
@@ -46,6 +54,10 @@ public:
         return RowsTop() + (line - firstLine) * metrics.rowHeight;
     }
     std::int32_t LinesIn(std::int32_t height) const;
+    /// The chip of the group at `place` (from 0) in the group-by box.
+    Box ChipAt(std::size_t place) const;
+    /// Place of the chip under a point among `count`, -1 for none.
+    std::int32_t ChipUnder(std::int32_t x, std::int32_t y, std::size_t count) const;
 
 private:
     const ColumnSet& columns_;

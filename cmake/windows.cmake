@@ -1,0 +1,83 @@
+# The Windows side: adapters, the two COM servers and the workbench.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+set(generated ${CMAKE_BINARY_DIR}/generated)
+file(MAKE_DIRECTORY ${generated})
+
+if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+    set(widl_bits --win64)
+    set(talvix_manifest_arch amd64)
+else()
+    set(widl_bits --win32)
+    set(talvix_manifest_arch x86)
+endif()
+
+file(GLOB win32_sources CONFIGURE_DEPENDS platform/win32/*.cpp platform/win32/com/*.cpp)
+talvix_library(talvix_win32 ${win32_sources})
+target_link_libraries(talvix_win32 PUBLIC talvix_component
+    ole32 oleaut32 uuid shell32 user32 gdi32 advapi32)
+
+# Reads the GUIDs of an .idl into ${prefix}_CLSID_Name, ${prefix}_LIBID_Name, ${prefix}_DIID_Name and
+# into a header of the same names: the .idl stays the only place where they stand.
+function(talvix_guids prefix idl header)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${idl})
+    file(STRINGS ${idl} found REGEX "uuid\\(|^ *(library|dispinterface|coclass) [A-Za-z_]+$")
+    set(lines "#pragma once\n\n#include <windows.h>\n\nnamespace talvix {\n\n")
+    foreach(each ${found})
+        if(each MATCHES "uuid\\(([0-9a-f-]+)\\)")
+            set(plain ${CMAKE_MATCH_1})
+            continue()
+        endif()
+        string(REGEX MATCH "(library|dispinterface|coclass) ([A-Za-z_]+)$" what "${each}")
+        set(kind ${CMAKE_MATCH_1})
+        set(name ${CMAKE_MATCH_2})
+        string(REPLACE "-" ";" parts "${plain}")
+        list(GET parts 0 p0)
+        list(GET parts 1 p1)
+        list(GET parts 2 p2)
+        list(GET parts 3 p3)
+        list(GET parts 4 p4)
+        string(REGEX REPLACE "(..)" "0x\\1, " tail "${p3}${p4}")
+        string(REGEX REPLACE ", $" "" tail "${tail}")
+        string(REPLACE "library" "LIBID" label ${kind})
+        string(REPLACE "dispinterface" "DIID" label ${label})
+        string(REPLACE "coclass" "CLSID" label ${label})
+        string(APPEND lines "inline constexpr GUID ${label}_${name}{0x${p0}, 0x${p1}, 0x${p2}, {${tail}}};\n")
+        set(${prefix}_${label}_${name} ${plain} PARENT_SCOPE)
+    endforeach()
+    string(APPEND lines "\n} // namespace talvix\n")
+    file(CONFIGURE OUTPUT ${header} CONTENT "${lines}" @ONLY)
+endfunction()
+
+# A COM server: type library and version resource inside, exports by plain name.
+function(talvix_server target file folder idl)
+    get_filename_component(base ${idl} NAME_WE)
+    set(tlb ${generated}/${base}.tlb)
+    add_custom_command(OUTPUT ${tlb}
+        COMMAND ${TALVIX_WIDL} ${widl_bits} -t -I${CMAKE_SOURCE_DIR}
+            -L/usr/lib/x86_64-linux-gnu/wine/x86_64-windows -o ${tlb} ${CMAKE_SOURCE_DIR}/${idl}
+        DEPENDS ${CMAKE_SOURCE_DIR}/${idl} ${CMAKE_SOURCE_DIR}/platform/win32/com/base.idl)
+    set(rc ${CMAKE_SOURCE_DIR}/${folder}/${base}.rc)
+    set_property(SOURCE ${rc} APPEND PROPERTY OBJECT_DEPENDS ${tlb})
+    file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp)
+    add_library(${target} SHARED ${sources} platform/win32/dll/exports.cpp ${rc} ${CMAKE_SOURCE_DIR}/${folder}/${base}.def)
+    set_source_files_properties(${rc} PROPERTIES COMPILE_OPTIONS "-I${generated};-I${CMAKE_SOURCE_DIR}")
+    target_include_directories(${target} PRIVATE ${generated})
+    get_filename_component(name ${file} NAME_WE)
+    get_filename_component(suffix ${file} LAST_EXT)
+    set_target_properties(${target} PROPERTIES PREFIX "" OUTPUT_NAME ${name} SUFFIX ${suffix})
+    target_link_options(${target} PRIVATE -Wl,--kill-at -Wl,--gc-sections)
+    # What users get is the stripped file; the symbols lie beside it.
+    add_custom_command(TARGET ${target} POST_BUILD
+        COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:${target}> $<TARGET_FILE:${target}>.debug
+        COMMAND ${CMAKE_STRIP} $<TARGET_FILE:${target}>)
+endfunction()
+
+talvix_guids(DMS ${CMAKE_SOURCE_DIR}/server/talvix_dms.idl ${generated}/talvix_dms_guids.h)
+talvix_guids(GRID ${CMAKE_SOURCE_DIR}/grid/control/talvix_grid.idl ${generated}/talvix_grid_guids.h)
+
+talvix_server(TalvixDMS TalvixDMS.dll server server/talvix_dms.idl)
+target_link_libraries(TalvixDMS PRIVATE talvix_win32)
+
+talvix_server(TalvixGrid TalvixGrid.ocx grid/control grid/control/talvix_grid.idl)
+target_link_libraries(TalvixGrid PRIVATE talvix_win32 talvix_grid_model comctl32)

@@ -1,0 +1,236 @@
+#include "grid/control/grid_input.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+
+namespace talvix::grid {
+
+namespace {
+
+constexpr DWORD kTypingPause = 1000;
+constexpr std::int32_t kDragThreshold = 4;
+
+bool IsDown(int key) { return GetKeyState(key) < 0; }
+
+std::int16_t ShiftKeys() {
+    return static_cast<std::int16_t>((IsDown(VK_SHIFT) ? 1 : 0) + (IsDown(VK_CONTROL) ? 2 : 0) +
+                                     (IsDown(VK_MENU) ? 4 : 0));
+}
+
+} // namespace
+
+std::int16_t GridInput::ButtonOf(UINT message) {
+    switch (message) {
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONUP:
+        return 1;
+    case WM_RBUTTONDOWN:
+    case WM_RBUTTONUP:
+        return 2;
+    default:
+        return 4;
+    }
+}
+
+bool GridInput::IsGridKey(WPARAM key) {
+    switch (key) {
+    case VK_UP:
+    case VK_DOWN:
+    case VK_LEFT:
+    case VK_RIGHT:
+    case VK_PRIOR:
+    case VK_NEXT:
+    case VK_HOME:
+    case VK_END:
+    case VK_RETURN:
+    case VK_DELETE:
+    case VK_BACK:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void GridInput::RaiseMouse(std::u16string_view event, std::int16_t button, POINT point) {
+    std::array<Value, 4> arguments{button, ShiftKeys(), static_cast<std::int32_t>(point.x),
+                                   static_cast<std::int32_t>(point.y)};
+    model_.events.Raise(event, arguments);
+}
+
+void GridInput::ButtonDown(std::int16_t button, POINT point) {
+    afterDoubleClick_ = false;
+    RaiseMouse(u"MouseDown", button, point);
+    if (button == 1) {
+        PressLeft(point);
+    }
+}
+
+void GridInput::PressLeft(POINT point) {
+    drag_ = Drag::None;
+    pressed_ = point;
+    const HitResult hit = model_.HitTest(point.x, point.y);
+    const std::int32_t border = model_.layout.BorderAt(point.x);
+    const bool inHeader = point.y >= model_.layout.GroupBoxBottom() && point.y < model_.layout.RowsTop();
+    if (hit.area == Area::GroupByBox) {
+        const std::int32_t chip = model_.layout.ChipUnder(point.x, point.y, model_.rows.Groups().size());
+        drag_ = chip >= 0 ? Drag::Chip : Drag::None;
+        dragged_ = static_cast<std::size_t>(std::max(chip, 0));
+    } else if (inHeader && border >= 0) {
+        drag_ = Drag::Border;
+        dragged_ = model_.columns.IndexAt(static_cast<std::size_t>(border));
+        widthBefore_ = model_.columns.At(dragged_).width;
+    } else if (hit.area == Area::Heading) {
+        drag_ = Drag::Heading;
+        dragged_ = model_.columns.IndexAt(static_cast<std::size_t>(hit.column));
+    } else if (hit.row > 0) {
+        gestures_.ClickRow(hit.row, IsDown(VK_CONTROL), IsDown(VK_SHIFT));
+        if (hit.area == Area::GroupHeading) {
+            const std::int32_t level = model_.rows.LevelOf(model_.rows.At(hit.row));
+            const std::int32_t sign = model_.layout.Scaled((level + 1) * model_.options.groupIndent);
+            if (point.x + model_.layout.scrollX < sign) {
+                gestures_.ToggleHeading(hit.row);
+            }
+        }
+    }
+}
+
+void GridInput::ButtonUp(std::int16_t button, POINT point) {
+    if (button == 1) {
+        ReleaseLeft(point);
+    }
+    RaiseMouse(u"MouseUp", button, point);
+    if (button == 1 && !afterDoubleClick_) {
+        model_.events.Raise(u"Click", {});
+    }
+    afterDoubleClick_ = false;
+}
+
+void GridInput::ReleaseLeft(POINT point) {
+    const Drag drag = std::exchange(drag_, Drag::None);
+    const bool moved = std::abs(point.x - pressed_.x) + std::abs(point.y - pressed_.y) > kDragThreshold;
+    if (drag == Drag::Heading && !moved) {
+        model_.ClickHeading(dragged_);
+    } else if (drag == Drag::Heading) {
+        DropHeading(point);
+    } else if (drag == Drag::Chip && moved) {
+        DropChip(point);
+    }
+}
+
+void GridInput::DropHeading(POINT point) {
+    const HitResult hit = model_.HitTest(point.x, point.y);
+    if (hit.area == Area::GroupByBox) {
+        const std::int32_t chip = model_.layout.ChipUnder(point.x, point.y, model_.rows.Groups().size());
+        model_.GroupByUser(dragged_, chip >= 0 ? static_cast<std::size_t>(chip) : model_.rows.Groups().size());
+    } else if (hit.area == Area::Heading && hit.column >= 0) {
+        model_.columns.Move(dragged_, hit.column);
+        model_.Changed();
+    }
+}
+
+void GridInput::DropChip(POINT point) {
+    const bool inBox = point.y >= 0 && point.y < model_.layout.GroupBoxBottom();
+    if (!inBox) {
+        model_.UngroupByUser(dragged_);
+        return;
+    }
+    const std::int32_t chip = model_.layout.ChipUnder(point.x, point.y, model_.rows.Groups().size());
+    if (chip >= 0) {
+        model_.MoveGroupByUser(dragged_, static_cast<std::size_t>(chip));
+    }
+}
+
+void GridInput::DoubleClick(POINT point) {
+    afterDoubleClick_ = true;
+    const HitResult hit = model_.HitTest(point.x, point.y);
+    if (hit.area == Area::GroupHeading) {
+        gestures_.ToggleHeading(hit.row);
+    }
+    model_.events.Raise(u"DblClick", {});
+}
+
+void GridInput::MouseMove(POINT point) {
+    if (drag_ != Drag::Border) {
+        return;
+    }
+    const std::int32_t units = (point.x - pressed_.x) * 96 / model_.layout.metrics.dpi;
+    model_.columns.At(dragged_).width = std::clamp(widthBefore_ + units, 8, 2000);
+    model_.Changed();
+}
+
+bool GridInput::SetPointer(HWND window) const {
+    POINT point{};
+    GetCursorPos(&point);
+    ScreenToClient(window, &point);
+    const bool inHeader = point.y >= model_.layout.GroupBoxBottom() && point.y < model_.layout.RowsTop();
+    if (!inHeader || model_.layout.BorderAt(point.x) < 0) {
+        return false;
+    }
+    SetCursor(LoadCursorW(nullptr, MAKEINTRESOURCEW(32644)));
+    return true;
+}
+
+bool GridInput::KeyDown(int key, std::int32_t pageLines) {
+    std::array<Value, 2> arguments{static_cast<std::int16_t>(key), ShiftKeys()};
+    model_.events.Raise(u"KeyDown", arguments);
+    const auto* left = arguments[0].If<std::int16_t>();
+    if (left != nullptr && *left == 0) {
+        return true; // the listener has taken the key
+    }
+    const bool control = IsDown(VK_CONTROL);
+    return Navigate(key, pageLines, control, IsDown(VK_SHIFT)) || Act(key, control);
+}
+
+bool GridInput::Navigate(int key, std::int32_t pageLines, bool control, bool shift) {
+    struct Way {
+        int key;
+        Step step;
+    };
+    static constexpr Way ways[] = {{VK_UP, Step::Up},       {VK_DOWN, Step::Down},  {VK_PRIOR, Step::PageUp},
+                                   {VK_NEXT, Step::PageDown}, {VK_HOME, Step::First}, {VK_END, Step::Last}};
+    for (const Way& way : ways) {
+        if (way.key == key) {
+            gestures_.Move(way.step, pageLines, control, shift);
+            return true;
+        }
+    }
+    return false;
+}
+
+bool GridInput::Act(int key, bool control) {
+    switch (key) {
+    case 'A':
+        if (control) {
+            gestures_.SelectAll();
+        }
+        return control;
+    case VK_SPACE:
+        gestures_.ToggleCurrent();
+        return true;
+    case VK_ADD:
+    case VK_RIGHT:
+        gestures_.SetExpanded(model_.rows.Current(), true);
+        return true;
+    case VK_SUBTRACT:
+    case VK_LEFT:
+        gestures_.SetExpanded(model_.rows.Current(), false);
+        return true;
+    default:
+        return false;
+    }
+}
+
+void GridInput::Character(char16_t character, DWORD time) {
+    if (character <= u' ') {
+        return;
+    }
+    if (time - typedAt_ > kTypingPause) {
+        typed_.clear();
+    }
+    typedAt_ = time;
+    typed_ += character;
+    gestures_.TypeText(typed_);
+}
+
+} // namespace talvix::grid

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "grid/model/gestures.h"
+
+#include <windows.h>
+
+#include <string>
+
+namespace talvix::grid {
+
+/// Turns mouse and keyboard into the model's gestures and events.
+class GridInput {
+public:
+    explicit GridInput(GridModel& model) : model_(model), gestures_(model) {}
+
+    /// Buttons and shift keys are numbered as the events have them: left 1, right 2, middle 4; Shift
+    /// 1, Ctrl 2, Alt 4.
+    static std::int16_t ButtonOf(UINT message);
+    /// True for keys that move or act within the grid.
+    static bool IsGridKey(WPARAM key);
+
+    void ButtonDown(std::int16_t button, POINT point);
+    void ButtonUp(std::int16_t button, POINT point);
+    void DoubleClick(POINT point);
+    void MouseMove(POINT point);
+    /// True when the pointer got a shape of its own.
+    bool SetPointer(HWND window) const;
+    /// True when the key was used.
+    bool KeyDown(int key, std::int32_t pageLines);
+    /// Typed letters that follow each other within a second form one text.
+    void Character(char16_t character, DWORD time);
+
+private:
+    enum class Drag { None, Heading, Border, Chip };
+
+    void RaiseMouse(std::u16string_view event, std::int16_t button, POINT point);
+    void PressLeft(POINT point);
+    void ReleaseLeft(POINT point);
+    void DropHeading(POINT point);
+    void DropChip(POINT point);
+    bool Navigate(int key, std::int32_t pageLines, bool control, bool shift);
+    bool Act(int key, bool control);
+
+    GridModel& model_;
+    Gestures gestures_;
+    Drag drag_ = Drag::None;
+    std::size_t dragged_ = 0; ///< column index, or place of a chip
+    POINT pressed_{};
+    std::int32_t widthBefore_ = 0;
+    bool afterDoubleClick_ = false;
+    std::u16string typed_;
+    DWORD typedAt_ = 0;
+};
+
+} // namespace talvix::grid

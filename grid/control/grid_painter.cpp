@@ -1,0 +1,267 @@
+#include "grid/control/grid_painter.h"
+
+#include "automation/coercion.h"
+#include "platform/win32/com/com_ptr.h"
+#include "platform/win32/com/late_dispatch.h"
+#include "platform/win32/wide.h"
+
+#include <windows.h>
+#include <commctrl.h>
+#include <olectl.h>
+
+#include <algorithm>
+
+namespace talvix::grid {
+
+namespace {
+
+constexpr std::int32_t kPadding = 4;
+
+COLORREF Mixed(COLORREF left, COLORREF right, int rightPercent) {
+    const auto mix = [&](int a, int b) { return static_cast<BYTE>((a * (100 - rightPercent) + b * rightPercent) / 100); };
+    return RGB(mix(GetRValue(left), GetRValue(right)), mix(GetGValue(left), GetGValue(right)),
+               mix(GetBValue(left), GetBValue(right)));
+}
+
+void Fill(HDC dc, const RECT& box, COLORREF colour) {
+    const COLORREF before = SetBkColor(dc, colour);
+    ExtTextOutW(dc, 0, 0, ETO_OPAQUE, &box, nullptr, 0, nullptr);
+    SetBkColor(dc, before);
+}
+
+bool HasHighContrast() {
+    HIGHCONTRASTW contrast{};
+    contrast.cbSize = sizeof contrast;
+    return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) != FALSE &&
+           (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
+}
+
+LOGFONTW MessageFont() {
+    NONCLIENTMETRICSW metrics{};
+    metrics.cbSize = sizeof metrics;
+    if (SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0) == FALSE) {
+        GetObjectW(GetStockObject(DEFAULT_GUI_FONT), sizeof metrics.lfMessageFont, &metrics.lfMessageFont);
+    }
+    return metrics.lfMessageFont;
+}
+
+} // namespace
+
+void GridPainter::Measure() {
+    LOGFONTW font = MessageFont();
+    font_.Reset(CreateFontIndirectW(&font));
+    font.lfWeight = FW_BOLD;
+    boldFont_.Reset(CreateFontIndirectW(&font));
+    const ScreenDc screen;
+    const Chosen chosen(screen.Get(), font_.Get());
+    TEXTMETRICW text{};
+    GetTextMetricsW(screen.Get(), &text);
+    Metrics& metrics = model_.layout.metrics;
+    metrics.dpi = GetDeviceCaps(screen.Get(), LOGPIXELSY);
+    const auto scaled = [&](int units) { return MulDiv(units, metrics.dpi, 96); };
+    metrics.rowHeight = std::max<std::int32_t>(text.tmHeight + scaled(5), scaled(19));
+    metrics.headerHeight = std::max<std::int32_t>(text.tmHeight + scaled(8), scaled(23));
+    metrics.groupBoxHeight = metrics.headerHeight + scaled(16);
+}
+
+void GridPainter::DrawBuffered(HDC dc, const RECT& place, bool focused) {
+    const LONG width = std::max<LONG>(1, place.right - place.left);
+    const LONG height = std::max<LONG>(1, place.bottom - place.top);
+    const OwnedMemoryDc memory(CreateCompatibleDC(dc));
+    const OwnedBitmap bitmap(CreateCompatibleBitmap(dc, width, height));
+    const Chosen chosen(memory.Get(), bitmap.Get());
+    Draw(memory.Get(), RECT{0, 0, width, height}, focused);
+    BitBlt(dc, place.left, place.top, width, height, memory.Get(), 0, 0, SRCCOPY);
+}
+
+void GridPainter::Draw(HDC dc, const RECT& place, bool focused) {
+    const int saved = SaveDC(dc);
+    IntersectClipRect(dc, place.left, place.top, place.right, place.bottom);
+    OffsetViewportOrgEx(dc, place.left, place.top, nullptr);
+    const SIZE size{place.right - place.left, place.bottom - place.top};
+    SelectObject(dc, font_.Get());
+    SetBkMode(dc, TRANSPARENT);
+    Fill(dc, RECT{0, 0, size.cx, size.cy}, GetSysColor(COLOR_WINDOW));
+    DrawRows(dc, size, focused);
+    if (model_.layout.headerVisible) {
+        DrawHeader(dc, size.cx);
+    }
+    if (model_.layout.groupByBox) {
+        DrawGroupBox(dc, size.cx);
+    }
+    RestoreDC(dc, saved);
+}
+
+void GridPainter::DrawString(HDC dc, RECT box, std::u16string_view text, Alignment alignment) {
+    const std::int32_t padding = model_.layout.Scaled(kPadding);
+    InflateRect(&box, -padding, 0);
+    UINT format = DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS;
+    format |= alignment == Alignment::Right ? DT_RIGHT : alignment == Alignment::Centre ? DT_CENTER : DT_LEFT;
+    if (box.right > box.left && !text.empty()) {
+        DrawTextW(dc, WideUnits(text), static_cast<int>(text.size()), &box, format);
+    }
+}
+
+void GridPainter::DrawGroupBox(HDC dc, std::int32_t width) {
+    const Layout& layout = model_.layout;
+    RECT box{0, 0, width, layout.GroupBoxBottom()};
+    Fill(dc, box, Mixed(GetSysColor(COLOR_BTNFACE), GetSysColor(COLOR_BTNSHADOW), 25));
+    SetTextColor(dc, GetSysColor(COLOR_BTNTEXT));
+    const std::vector<Grouping>& groups = model_.rows.Groups();
+    if (groups.empty()) {
+        InflateRect(&box, -layout.Scaled(6), 0);
+        DrawString(dc, box, model_.options.groupByBoxText, Alignment::Left);
+    }
+    for (std::size_t place = 0; place < groups.size(); ++place) {
+        const Box chip = layout.ChipAt(place);
+        RECT rect{chip.left, chip.top, chip.right, chip.bottom};
+        Fill(dc, rect, GetSysColor(COLOR_BTNFACE));
+        DrawEdge(dc, &rect, BDR_RAISEDINNER, BF_RECT);
+        DrawString(dc, rect, model_.columns.At(groups[place].column).caption, Alignment::Left);
+        DrawSortArrow(dc, rect, groups[place].descending);
+    }
+}
+
+void GridPainter::DrawHeader(HDC dc, std::int32_t width) {
+    const Layout& layout = model_.layout;
+    const RECT header{0, layout.GroupBoxBottom(), width, layout.RowsTop()};
+    Fill(dc, header, GetSysColor(COLOR_BTNFACE));
+    SetTextColor(dc, GetSysColor(COLOR_BTNTEXT));
+    const auto sorting = model_.rows.Sorting();
+    for (std::size_t position = 0; position < model_.columns.Count(); ++position) {
+        const Column& column = model_.columns.At(model_.columns.IndexAt(position));
+        RECT cell{layout.LeftOf(position), header.top, layout.LeftOf(position) + layout.WidthAt(position), header.bottom};
+        if (cell.right <= cell.left || cell.left >= width || cell.right <= 0) {
+            continue;
+        }
+        DrawEdge(dc, &cell, BDR_RAISEDINNER, BF_RECT);
+        DrawString(dc, cell, column.caption, column.headerAlignment);
+        if (sorting && sorting->column == column.index) {
+            DrawSortArrow(dc, cell, sorting->descending);
+        }
+    }
+    RECT rest{layout.TotalWidth() - layout.scrollX, header.top, width, header.bottom};
+    if (rest.left < rest.right) {
+        DrawEdge(dc, &rest, BDR_RAISEDINNER, BF_RECT);
+    }
+}
+
+void GridPainter::DrawSortArrow(HDC dc, const RECT& cell, bool descending) {
+    const std::int32_t half = model_.layout.Scaled(4);
+    const std::int32_t centre = cell.right - model_.layout.Scaled(10);
+    const std::int32_t middle = (cell.top + cell.bottom) / 2;
+    if (centre - half <= cell.left) {
+        return;
+    }
+    const std::int32_t tip = descending ? middle + half / 2 : middle - half / 2;
+    const std::int32_t base = descending ? middle - half / 2 : middle + half / 2;
+    const POINT corners[] = {{centre - half, base}, {centre + half, base}, {centre, tip}};
+    const OwnedBrush brush(CreateSolidBrush(GetSysColor(COLOR_BTNSHADOW)));
+    const OwnedPen pen(CreatePen(PS_SOLID, 1, GetSysColor(COLOR_BTNSHADOW)));
+    const Chosen chosenBrush(dc, brush.Get());
+    const Chosen chosenPen(dc, pen.Get());
+    Polygon(dc, corners, 3);
+}
+
+void GridPainter::DrawRows(HDC dc, const SIZE& size, bool focused) {
+    const Layout& layout = model_.layout;
+    const std::vector<std::int32_t>& shown = model_.rows.ShownNumbers();
+    const RowRef current = model_.rows.Current();
+    for (auto line = static_cast<std::size_t>(std::max(0, layout.firstLine)); line < shown.size(); ++line) {
+        const std::int32_t top = layout.TopOfLine(static_cast<std::int32_t>(line));
+        if (top >= size.cy) {
+            break;
+        }
+        const RECT box{0, top, size.cx, top + layout.metrics.rowHeight};
+        const RowRef row = model_.rows.At(shown[line]);
+        DrawRow(dc, box, row, line % 2 != 0, focused);
+        if (focused && row == current) {
+            SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
+            DrawFocusRect(dc, &box);
+        }
+    }
+}
+
+void GridPainter::DrawRow(HDC dc, const RECT& line, const RowRef& row, bool odd, bool focused) {
+    const bool selected = model_.rows.IsSelected(row);
+    const COLORREF window = GetSysColor(COLOR_WINDOW);
+    if (selected) {
+        Fill(dc, line, GetSysColor(focused ? COLOR_HIGHLIGHT : COLOR_BTNFACE));
+    } else if (odd && !HasHighContrast()) {
+        Fill(dc, line, Mixed(window, GetSysColor(COLOR_HIGHLIGHT), 5));
+    }
+    SetTextColor(dc, GetSysColor(!selected ? COLOR_WINDOWTEXT : focused ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT));
+    if (const GroupNode* heading = model_.rows.HeadingOf(row)) {
+        DrawHeading(dc, line, *heading);
+        return;
+    }
+    const Layout& layout = model_.layout;
+    std::int32_t indent = layout.Scaled(model_.options.groupIndent * static_cast<int>(model_.rows.Groups().size()));
+    for (std::size_t position = 0; position < model_.columns.Count(); ++position) {
+        const std::int32_t left = layout.LeftOf(position);
+        const std::int32_t width = layout.WidthAt(position);
+        if (width == 0) {
+            continue;
+        }
+        if (left < line.right && left + width > 0) {
+            DrawCell(dc, RECT{left + indent, line.top, left + width, line.bottom}, row,
+                     model_.columns.At(model_.columns.IndexAt(position)));
+        }
+        indent = 0; // the groups' indentation lies in the first visible column
+    }
+}
+
+void GridPainter::DrawHeading(HDC dc, const RECT& line, const GroupNode& node) {
+    const Layout& layout = model_.layout;
+    const std::int32_t left = layout.Scaled(model_.options.groupIndent * node.level) - layout.scrollX;
+    const std::int32_t side = layout.Scaled(9);
+    const std::int32_t middle = (line.top + line.bottom) / 2;
+    const RECT sign{left + layout.Scaled(4), middle - side / 2, left + layout.Scaled(4) + side, middle - side / 2 + side};
+    const OwnedPen pen(CreatePen(PS_SOLID, 1, GetTextColor(dc)));
+    const Chosen chosenPen(dc, pen.Get());
+    const Chosen chosenBrush(dc, GetStockObject(NULL_BRUSH));
+    Rectangle(dc, sign.left, sign.top, sign.right, sign.bottom);
+    const std::int32_t centre = sign.left + side / 2;
+    MoveToEx(dc, sign.left + 2, sign.top + side / 2, nullptr);
+    LineTo(dc, sign.right - 2, sign.top + side / 2);
+    if (!node.expanded) {
+        MoveToEx(dc, centre, sign.top + 2, nullptr);
+        LineTo(dc, centre, sign.bottom - 2);
+    }
+    const Chosen chosenFont(dc, boldFont_.Get());
+    DrawString(dc, RECT{sign.right + layout.Scaled(2), line.top, line.right, line.bottom}, model_.HeadingText(node),
+               Alignment::Left);
+}
+
+void GridPainter::DrawCell(HDC dc, RECT cell, const RowRef& row, const Column& column) {
+    if (column.dataType == DataType::Image) {
+        DrawImage(dc, cell, row, column);
+    } else {
+        DrawString(dc, cell, model_.TextOf(row, column.index), column.alignment);
+    }
+}
+
+void GridPainter::DrawImage(HDC dc, const RECT& cell, const RowRef& row, const Column& column) {
+    const std::int32_t side = GetSystemMetrics(SM_CXSMICON);
+    const std::int32_t top = (cell.top + cell.bottom - side) / 2;
+    const std::int32_t left = cell.left + std::max(0, static_cast<std::int32_t>(cell.right - cell.left - side)) / 2;
+    const Value own = model_.rows.PictureOf(row, column.index);
+    const auto* object = own.If<Object>();
+    if (object != nullptr && *object != nullptr) {
+        if (const auto picture = ComPtr<IPicture>::From(UnknownOf(*object).Get())) {
+            OLE_XSIZE_HIMETRIC width = 0;
+            OLE_YSIZE_HIMETRIC height = 0;
+            picture->get_Width(&width);
+            picture->get_Height(&height);
+            picture->Render(dc, left, top, side, side, 0, height, width, -height, nullptr);
+        }
+        return;
+    }
+    const auto number = NumericContent(model_.rows.Get(row, column.index));
+    if (number && *number >= 1 && *number < INT32_MAX && model_.options.imageList != 0) {
+        ImageList_Draw(reinterpret_cast<HIMAGELIST>(static_cast<LONG_PTR>(model_.options.imageList)),
+                       static_cast<int>(*number) - 1, dc, left, top, ILD_TRANSPARENT);
+    }
+}
+
+} // namespace talvix::grid

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "grid/model/grid_model.h"
+#include "platform/win32/owned.h"
+
+#include <windows.h>
+
+namespace talvix::grid {
+
+/// Draws a grid with the system's colours and fonts; only what is visible.
+class GridPainter {
+public:
+    explicit GridPainter(GridModel& model) : model_(model) {}
+
+    /// Takes font and sizes from the system; to be called before drawing and after its settings change.
+    void Measure();
+    void Draw(HDC dc, const RECT& place, bool focused);
+    /// The same without flicker, through a picture in memory.
+    void DrawBuffered(HDC dc, const RECT& place, bool focused);
+
+private:
+    void DrawGroupBox(HDC dc, std::int32_t width);
+    void DrawHeader(HDC dc, std::int32_t width);
+    void DrawSortArrow(HDC dc, const RECT& cell, bool descending);
+    void DrawRows(HDC dc, const SIZE& size, bool focused);
+    void DrawRow(HDC dc, const RECT& line, const RowRef& row, bool odd, bool focused);
+    void DrawHeading(HDC dc, const RECT& line, const GroupNode& node);
+    void DrawCell(HDC dc, RECT cell, const RowRef& row, const Column& column);
+    void DrawImage(HDC dc, const RECT& cell, const RowRef& row, const Column& column);
+    void DrawString(HDC dc, RECT box, std::u16string_view text, Alignment alignment);
+
+    GridModel& model_;
+    OwnedFont font_;
+    OwnedFont boldFont_;
+};
+
+} // namespace talvix::grid

@@ -1,0 +1,310 @@
+#include "grid/control/grid_window.h"
+
+#include "platform/win32/com/com_ptr.h"
+#include "platform/win32/com/guards.h"
+#include "platform/win32/com/module.h"
+
+#include <windows.h>
+
+#include <algorithm>
+
+namespace talvix::grid {
+
+namespace {
+
+constexpr const wchar_t* kWindowClass = L"TalvixGridWindow";
+constexpr UINT kRefresh = WM_APP + 1;
+
+/// The window class belongs to the module and goes with it.
+bool EnsureWindowClass(WNDPROC procedure) {
+    WNDCLASSEXW known{};
+    known.cbSize = sizeof known;
+    if (GetClassInfoExW(ModuleHandle(), kWindowClass, &known) != FALSE) {
+        return true;
+    }
+    WNDCLASSEXW own{};
+    own.cbSize = sizeof own;
+    own.style = CS_DBLCLKS;
+    own.lpfnWndProc = procedure;
+    own.hInstance = ModuleHandle();
+    own.hCursor = LoadCursorW(nullptr, MAKEINTRESOURCEW(32512));
+    own.lpszClassName = kWindowClass;
+    return RegisterClassExW(&own) != 0;
+}
+
+RECT ClientOf(HWND window) {
+    RECT client{};
+    GetClientRect(window, &client);
+    return client;
+}
+
+std::int32_t Signed16(DWORD_PTR word) { return static_cast<SHORT>(word & 0xFFFFU); }
+
+} // namespace
+
+GridWindow::GridWindow(SharedGrid model) : model_(std::move(model)), painter_(*model_), input_(*model_) {}
+
+GridWindow::~GridWindow() { Destroy(); }
+
+bool GridWindow::Create(HWND parent, const RECT& place, std::function<void()> onFocus) {
+    if (!EnsureWindowClass(Procedure)) {
+        return false;
+    }
+    onFocus_ = std::move(onFocus);
+    constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS | WS_HSCROLL | WS_VSCROLL;
+    window_ = CreateWindowExW(WS_EX_CLIENTEDGE, kWindowClass, L"", kStyle, place.left, place.top,
+                              place.right - place.left, place.bottom - place.top, parent, nullptr,
+                              ModuleHandle(), this);
+    if (window_ == nullptr) {
+        return false;
+    }
+    painter_.Measure();
+    model_->view = this;
+    UpdateScrollBars();
+    return true;
+}
+
+void GridWindow::Destroy() {
+    if (window_ != nullptr) {
+        model_->view = nullptr;
+        DestroyWindow(window_);
+    }
+}
+
+void GridWindow::Move(const RECT& place) {
+    if (window_ != nullptr) {
+        SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+                     SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+}
+
+void GridWindow::Focus() {
+    if (window_ != nullptr && GetFocus() != window_) {
+        SetFocus(window_);
+    }
+}
+
+HRESULT GridWindow::Get(HWND* window) const {
+    if (window == nullptr) {
+        return E_POINTER;
+    }
+    *window = window_;
+    return window_ != nullptr ? S_OK : E_FAIL;
+}
+
+bool GridWindow::TakesKey(const MSG& message) {
+    if (window_ == nullptr || message.hwnd != window_ || message.message != WM_KEYDOWN ||
+        !GridInput::IsGridKey(message.wParam)) {
+        return false;
+    }
+    SendMessageW(window_, message.message, message.wParam, message.lParam);
+    return true;
+}
+
+void GridWindow::DrawTo(HDC dc, const RECT& place) {
+    if (window_ == nullptr) {
+        painter_.Measure();
+    }
+    painter_.Draw(dc, place, false);
+}
+
+void GridWindow::Refresh() {
+    if (window_ != nullptr && !refreshPosted_) {
+        refreshPosted_ = PostMessageW(window_, kRefresh, 0, 0) != FALSE;
+    }
+}
+
+std::int32_t GridWindow::PageLines() const { return model_->layout.LinesIn(ClientOf(window_).bottom); }
+
+void GridWindow::ScrollTo(std::int32_t number) {
+    const std::vector<std::int32_t>& shown = model_->rows.ShownNumbers();
+    const auto found = std::lower_bound(shown.begin(), shown.end(), number);
+    if (window_ == nullptr || found == shown.end()) {
+        return;
+    }
+    const auto line = static_cast<std::int32_t>(found - shown.begin());
+    std::int32_t& first = model_->layout.firstLine;
+    first = std::clamp(first, std::max(0, line - PageLines() + 1), line);
+    Refresh();
+}
+
+void GridWindow::UpdateScrollBars() {
+    if (window_ == nullptr) {
+        return;
+    }
+    Layout& layout = model_->layout;
+    const auto lines = static_cast<std::int32_t>(model_->rows.ShownNumbers().size());
+    layout.firstLine = std::clamp(layout.firstLine, 0, std::max(0, lines - PageLines()));
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
+    info.nMax = std::max(0, lines - 1);
+    info.nPage = static_cast<UINT>(PageLines());
+    info.nPos = layout.firstLine;
+    SetScrollInfo(window_, SB_VERT, &info, TRUE);
+    const std::int32_t width = ClientOf(window_).right;
+    layout.scrollX = std::clamp(layout.scrollX, 0, std::max(0, layout.TotalWidth() - width));
+    info.nMax = std::max(0, layout.TotalWidth() - 1);
+    info.nPage = static_cast<UINT>(width);
+    info.nPos = layout.scrollX;
+    SetScrollInfo(window_, SB_HORZ, &info, TRUE);
+}
+
+void GridWindow::ScrollBy(bool vertical, std::int32_t amount) {
+    std::int32_t& place = vertical ? model_->layout.firstLine : model_->layout.scrollX;
+    place = std::max(0, place + amount);
+    UpdateScrollBars();
+    InvalidateRect(window_, nullptr, FALSE);
+}
+
+void GridWindow::OnScroll(bool vertical, WPARAM wParam) {
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_ALL;
+    GetScrollInfo(window_, vertical ? SB_VERT : SB_HORZ, &info);
+    const std::int32_t step = vertical ? 1 : model_->layout.Scaled(20);
+    const auto page = static_cast<std::int32_t>(info.nPage);
+    switch (LOWORD(wParam)) {
+    case SB_LINEUP:
+        return ScrollBy(vertical, -step);
+    case SB_LINEDOWN:
+        return ScrollBy(vertical, step);
+    case SB_PAGEUP:
+        return ScrollBy(vertical, -page);
+    case SB_PAGEDOWN:
+        return ScrollBy(vertical, page);
+    case SB_THUMBTRACK:
+    case SB_THUMBPOSITION:
+        return ScrollBy(vertical, info.nTrackPos - info.nPos);
+    case SB_TOP:
+        return ScrollBy(vertical, -info.nPos);
+    case SB_BOTTOM:
+        return ScrollBy(vertical, info.nMax);
+    default:
+        return;
+    }
+}
+
+void GridWindow::Paint() {
+    PAINTSTRUCT paint{};
+    const HDC dc = BeginPaint(window_, &paint);
+    if (model_->Redraw()) {
+        painter_.DrawBuffered(dc, ClientOf(window_), GetFocus() == window_);
+    }
+    EndPaint(window_, &paint);
+}
+
+LRESULT CALLBACK GridWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_NCCREATE) {
+        const auto* creation = reinterpret_cast<const CREATESTRUCTW*>(lParam);
+        auto* own = static_cast<GridWindow*>(creation->lpCreateParams);
+        own->window_ = window;
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(own));
+    }
+    auto* own = reinterpret_cast<GridWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (own == nullptr) {
+        return DefWindowProcW(window, message, wParam, lParam);
+    }
+    if (message == WM_NCDESTROY) {
+        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+        own->window_ = nullptr;
+        own->model_->view = nullptr;
+        own->refreshPosted_ = false;
+        return DefWindowProcW(window, message, wParam, lParam);
+    }
+    const ComPtr<IUnknown> alive(own->owner_);
+    LRESULT result = 0;
+    Guarded([&] {
+        result = own->Handle(message, wParam, lParam);
+        return S_OK;
+    });
+    return result;
+}
+
+LRESULT GridWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case kRefresh:
+        refreshPosted_ = false;
+        UpdateScrollBars();
+        InvalidateRect(window_, nullptr, FALSE);
+        return 0;
+    case WM_PAINT:
+        Paint();
+        return 0;
+    case WM_ERASEBKGND:
+        return 1;
+    case WM_SIZE:
+        UpdateScrollBars();
+        InvalidateRect(window_, nullptr, FALSE);
+        return 0;
+    case WM_VSCROLL:
+    case WM_HSCROLL:
+        OnScroll(message == WM_VSCROLL, wParam);
+        return 0;
+    case WM_GETDLGCODE:
+        return DLGC_WANTARROWS | DLGC_WANTCHARS;
+    case WM_SETFOCUS:
+        onFocus_();
+        InvalidateRect(window_, nullptr, FALSE);
+        return 0;
+    case WM_KILLFOCUS:
+        InvalidateRect(window_, nullptr, FALSE);
+        return 0;
+    case WM_KEYDOWN:
+        return input_.KeyDown(static_cast<int>(wParam), PageLines()) ? 0 : DefWindowProcW(window_, message, wParam, lParam);
+    case WM_CHAR:
+        input_.Character(static_cast<char16_t>(wParam), GetTickCount());
+        return 0;
+    case WM_SETTINGCHANGE:
+    case WM_SYSCOLORCHANGE:
+    case WM_THEMECHANGED:
+        painter_.Measure();
+        Refresh();
+        return 0;
+    default:
+        return HandleMouse(message, wParam, lParam);
+    }
+}
+
+LRESULT GridWindow::HandleMouse(UINT message, WPARAM wParam, LPARAM lParam) {
+    const POINT point{Signed16(static_cast<DWORD_PTR>(lParam)), Signed16(static_cast<DWORD_PTR>(lParam) >> 16U)};
+    switch (message) {
+    case WM_LBUTTONDOWN:
+    case WM_RBUTTONDOWN:
+    case WM_MBUTTONDOWN:
+        SetFocus(window_);
+        SetCapture(window_);
+        input_.ButtonDown(GridInput::ButtonOf(message), point);
+        return 0;
+    case WM_LBUTTONDBLCLK:
+        SetCapture(window_);
+        input_.DoubleClick(point);
+        return 0;
+    case WM_LBUTTONUP:
+    case WM_RBUTTONUP:
+    case WM_MBUTTONUP:
+        ReleaseCapture();
+        input_.ButtonUp(GridInput::ButtonOf(message), point);
+        return 0;
+    case WM_MOUSEMOVE:
+        input_.MouseMove(point);
+        return 0;
+    case WM_SETCURSOR:
+        if (LOWORD(lParam) == HTCLIENT && input_.SetPointer(window_)) {
+            return TRUE;
+        }
+        break;
+    case WM_MOUSEWHEEL: {
+        wheelRest_ += Signed16(wParam >> 16U);
+        const int lines = wheelRest_ * 3 / WHEEL_DELTA;
+        wheelRest_ -= lines * WHEEL_DELTA / 3;
+        ScrollBy(true, -lines);
+        return 0;
+    }
+    default:
+        break;
+    }
+    return DefWindowProcW(window_, message, wParam, lParam);
+}
+
+} // namespace talvix::grid

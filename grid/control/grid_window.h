@@ -1,0 +1,59 @@
+#pragma once
+
+#include "grid/control/grid_input.h"
+#include "grid/control/grid_painter.h"
+#include "grid/model/grid_objects.h"
+
+#include <windows.h>
+#include <unknwn.h>
+
+#include <functional>
+
+namespace talvix::grid {
+
+/// The control's window: shows the grid, scrolls it and takes a user's hands.
+class GridWindow : public GridView {
+public:
+    explicit GridWindow(SharedGrid model);
+    ~GridWindow() override;
+    GridWindow(const GridWindow&) = delete;
+    GridWindow& operator=(const GridWindow&) = delete;
+
+    /// `owner` is kept alive while a message is handled.
+    void SetOwner(IUnknown* owner) { owner_ = owner; }
+    /// `onFocus` is called when the window gets the keyboard focus.
+    bool Create(HWND parent, const RECT& place, std::function<void()> onFocus);
+    void Destroy();
+    void Move(const RECT& place);
+    void Focus();
+    HRESULT Get(HWND* window) const;
+    /// Handles a key that moves within the grid; false for keys that are the container's.
+    bool TakesKey(const MSG& message);
+    /// Draws the grid as it stands into a rectangle of a device context.
+    void DrawTo(HDC dc, const RECT& place);
+
+    void Refresh() override;
+    void ScrollTo(std::int32_t number) override;
+    std::int64_t Window() const override { return reinterpret_cast<LONG_PTR>(window_); }
+
+private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT HandleMouse(UINT message, WPARAM wParam, LPARAM lParam);
+    void Paint();
+    void UpdateScrollBars();
+    void ScrollBy(bool vertical, std::int32_t amount);
+    void OnScroll(bool vertical, WPARAM wParam);
+    std::int32_t PageLines() const;
+
+    SharedGrid model_;
+    GridPainter painter_;
+    GridInput input_;
+    HWND window_ = nullptr;
+    IUnknown* owner_ = nullptr;
+    std::function<void()> onFocus_;
+    bool refreshPosted_ = false;
+    int wheelRest_ = 0;
+};
+
+} // namespace talvix::grid

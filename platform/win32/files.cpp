@@ -1,0 +1,77 @@
+#include "platform/win32/files.h"
+
+#include "automation/failure.h"
+#include "platform/win32/owned.h"
+#include "platform/win32/system_text.h"
+#include "platform/win32/wide.h"
+
+namespace talvix {
+
+namespace {
+
+/// Folders need room for an 8.3 name below them, so the classic limit bites 12 earlier.
+constexpr std::size_t kClassicLimit = 247;
+constexpr std::u16string_view kNeverInNames{u"*?\0", 3};
+
+std::int64_t LengthOf(DWORD high, DWORD low) {
+    return static_cast<std::int64_t>((static_cast<std::uint64_t>(high) << 32U) | low);
+}
+
+void Take(const WIN32_FIND_DATAW& data, FolderListing& listing) {
+    const std::u16string name = TextOf(data.cFileName);
+    const bool isFolder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    if (!isFolder) {
+        listing.files.push_back(name);
+    } else if (name != u"." && name != u"..") {
+        listing.folders.push_back(name);
+    }
+}
+
+} // namespace
+
+std::u16string ExtendedPath(std::u16string_view path) {
+    if (path.size() <= kClassicLimit || path.starts_with(u"\\\\?\\")) {
+        return std::u16string(path);
+    }
+    if (path.starts_with(u"\\\\")) {
+        return u"\\\\?\\UNC" + std::u16string(path.substr(1));
+    }
+    return path[1] == u':' ? u"\\\\?\\" + std::u16string(path) : std::u16string(path);
+}
+
+std::optional<FileFacts> Win32Files::Query(std::u16string_view path) {
+    if (path.empty() || path.find_first_of(kNeverInNames) != std::u16string_view::npos) {
+        return std::nullopt;
+    }
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (GetFileAttributesExW(Wide(ExtendedPath(path)), GetFileExInfoStandard, &data) == FALSE) {
+        return std::nullopt;
+    }
+    const bool isFolder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    return FileFacts{isFolder, isFolder ? 0 : LengthOf(data.nFileSizeHigh, data.nFileSizeLow)};
+}
+
+FolderListing Win32Files::List(std::u16string_view folder) {
+    std::u16string pattern(folder);
+    if (pattern.empty() || pattern.back() != u'\\') {
+        pattern += u'\\';
+    }
+    pattern += u'*';
+    FolderListing listing;
+    WIN32_FIND_DATAW data{};
+    const OwnedFind find(FindFirstFileW(Wide(ExtendedPath(pattern)), &data));
+    if (!find) {
+        const DWORD error = GetLastError();
+        if (error == ERROR_FILE_NOT_FOUND) {
+            return listing; // the root of an empty drive has not even "."
+        }
+        throw Failure(static_cast<std::int32_t>(HRESULT_FROM_WIN32(error)),
+                      std::u16string(folder) + u": " + SystemText(error));
+    }
+    do {
+        Take(data, listing);
+    } while (FindNextFileW(find.Get(), &data) != FALSE);
+    return listing;
+}
+
+} // namespace talvix

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/files.h"
+
+namespace talvix {
+
+class Win32Files : public Files {
+public:
+    std::optional<FileFacts> Query(std::u16string_view path) override;
+    FolderListing List(std::u16string_view folder) override;
+};
+
+/// The path in the form that Windows takes beyond 260 characters, where it is that long and
+/// absolute; else the path itself.
+std::u16string ExtendedPath(std::u16string_view path);
+
+} // namespace talvix

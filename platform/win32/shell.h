@@ -1,0 +1,15 @@
+#pragma once
+
+#include "platform/shell.h"
+
+namespace talvix {
+
+class Win32Shell : public Shell {
+public:
+    std::int32_t SmallIconIndex(std::u16string_view path) override;
+    std::u16string TypeName(std::u16string_view path) override;
+    bool HasOwnIcon(std::u16string_view path) override;
+    std::int64_t SmallIconList() override;
+};
+
+} // namespace talvix

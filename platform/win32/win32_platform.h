@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/platform.h"
+#include "platform/win32/files.h"
+#include "platform/win32/locale.h"
+#include "platform/win32/pictures.h"
+#include "platform/win32/registry.h"
+#include "platform/win32/shell.h"
+#include "platform/win32/system.h"
+
+namespace talvix {
+
+/// All ports as this system offers them.
+struct Win32Platform {
+    Win32Files files;
+    Win32Shell shell;
+    Win32Registry registry;
+    Win32SystemInfo system;
+    Win32Clock clock;
+    Win32Locale locale;
+    Win32Timers timers;
+    Win32Pictures pictures;
+    Platform ports{files, shell, registry, system, clock, locale, timers, pictures};
+};
+
+} // namespace talvix

@@ -1,0 +1,160 @@
+#include "server/main_object.h"
+
+#include "automation/coercion.h"
+
+namespace talvix {
+
+namespace {
+
+constexpr unsigned kMethod = access::kMethod;
+constexpr unsigned kGetPut = access::kGet | access::kPut;
+
+using Call = MemberCall;
+
+/// An argument as a procedure of ours wants it; what has no meaning there gives the kind's empty value.
+class ArgumentReader {
+public:
+    ArgumentReader(MainObject& object, const Call& call) : locale_(object.main->Ports().locale), call_(call) {}
+
+    std::u16string Text(std::size_t place) const {
+        return Read(std::u16string(), place, [&](const Value& value) { return ToText(value, locale_); });
+    }
+    std::int32_t Long(std::size_t place) const {
+        return Read(std::int32_t{0}, place, [&](const Value& value) { return ToLong(value, locale_); });
+    }
+    bool Truth(std::size_t place) const {
+        return Read(false, place, [&](const Value& value) { return ToBoolean(value, locale_); });
+    }
+    Date When(std::size_t place) const {
+        return Read(Date(), place, [&](const Value& value) { return ToDateValue(value, locale_); });
+    }
+
+private:
+    template <typename Kind, typename Reader>
+    Kind Read(Kind otherwise, std::size_t place, Reader&& reader) const {
+        if (call_.At(place).IsAbsent()) {
+            return otherwise;
+        }
+        try {
+            return reader(call_.At(place));
+        } catch (const Failure&) {
+            return otherwise;
+        }
+    }
+    const Culture& locale_;
+    const Call& call_;
+};
+
+Value ReferenceLibraries(MainObject& object, const Call& call) {
+    object.main->ReferenceLibraries(call.At(0), call.At(1), call.At(2), call.At(3), call.At(4), call.At(5));
+    return {};
+}
+
+Value AddDMSItem(MainObject& object, const Call& call) {
+    const ArgumentReader read(object, call);
+    DocumentRecord record;
+    record.objectType = read.Long(0);
+    record.subject = read.Text(1);
+    record.creator = read.Text(2);
+    record.creationDate = read.When(3);
+    record.lastModificationBy = read.Text(4);
+    record.modificationDate = read.When(5);
+    record.status = read.Text(6);
+    record.longDescription = read.Text(7);
+    record.physicalStore1 = read.Text(8);
+    record.physicalStore2 = read.Text(9);
+    record.physicalStore3 = read.Text(10);
+    object.main->AddDMSItem(record, {call.At(11), read.Long(12), read.Truth(13), read.Text(14)});
+    return {};
+}
+
+Value AddFile(MainObject& object, const Call& call) {
+    const ArgumentReader read(object, call);
+    object.main->AddFile(read.Text(0), read.Text(1), read.Text(2), read.Text(3), read.When(4), read.When(5));
+    return {};
+}
+
+Value StopImport(MainObject& object, const Call& call) {
+    if (!call.IsPut()) {
+        return object.main->StopImport();
+    }
+    object.main->SetStopImport(ToBoolean(*call.put, object.main->Ports().locale));
+    return {};
+}
+
+Value AddingFile(MainObject& object, const Call& call) {
+    if (!call.IsPut()) {
+        return object.main->strAddingFile();
+    }
+    object.main->SetStrAddingFile(ToText(*call.put, object.main->Ports().locale));
+    return {};
+}
+
+/// A member whose work is not there yet.
+Value NotYet(MainObject&, const Call&) { return {}; }
+
+template <void (Main::*procedure)()> Value Run(MainObject& object, const Call&) {
+    (object.main.get()->*procedure)();
+    return {};
+}
+
+/// All parameters are optional here: a missing one is no reason to raise an error in the host.
+std::vector<Member<MainObject>> Table() {
+    return {
+        {{u"ReferenceLibraries", kMethod,
+          u"[TalvixCommon] [TalvixManaging] [TalvixPlanning] [TalvixBudgets] [TalvixControlling] [TalvixExport]"},
+         ReferenceLibraries},
+        {{u"DereferenceLibraries", kMethod, u""}, Run<&Main::DereferenceLibraries>},
+        {{u"InitSGDMS", kMethod, u""}, Run<&Main::InitSGDMS>},
+        {{u"Init", kMethod, u""}, Run<&Main::Init>},
+        {{u"btnOpenFolder_Click", kMethod, u""}, NotYet},
+        {{u"AddDMSItem", kMethod,
+          u"[ObjectType] [Subject] [Creator] [CreationDateTime] [LastModificationBy] [ModificationDateTime] "
+          u"[Status] [LongDescription] [PhysicalStore1] [PhysicalStore2] [PhysicalStore3] [olItem] "
+          u"[ItemOperation] [WriteToBody] [Subfolder]"},
+         AddDMSItem},
+        {{u"AddFile", kMethod,
+          u"[PhysicalStore1] [Subject] [Status] [LongDescription] [CreationDate] [ModificationDate]"},
+         AddFile},
+        {{u"FillActionCombo", kMethod, u"[SelectedID]"}, NotYet},
+        {{u"NewDMSItem", kMethod, u""}, NotYet},
+        {{u"DeleteDMSItem", kMethod, u""}, NotYet},
+        {{u"OpenDocument", kMethod, u"[id]"}, NotYet},
+        {{u"AddFilesFromProjectFolder", kMethod, u"[Silent]"}, NotYet},
+        {{u"AddFilesFromProjectFolderEvent", kMethod, u""}, Run<&Main::AddFilesFromProjectFolderEvent>},
+        {{u"btnOpenDocument_Click", kMethod, u""}, NotYet},
+        {{u"btnNewDocument_Click", kMethod, u""}, NotYet},
+        {{u"btnChangeDocument_Click", kMethod, u""}, NotYet},
+        {{u"btnDeleteDocument_Click", kMethod, u""}, NotYet},
+        {{u"btnExportDocuments_Click", kMethod, u""}, NotYet},
+        {{u"MkDirs", kMethod, u"[PathIn]"}, [](MainObject&, const Call&) -> Value { return false; }},
+        {{u"btnDMSSetStore_Click", kMethod, u""}, NotYet},
+        {{u"btnDMSDeletetStore_Click", kMethod, u""}, NotYet},
+        {{u"StopImport", kGetPut, u""}, StopImport},
+        {{u"strAddingFile", kGetPut, u""}, AddingFile},
+    };
+}
+
+} // namespace
+
+const MemberTable<MainObject>& MainObject::Members() {
+    static const MemberTable<MainObject> members(Table());
+    return members;
+}
+
+Value MainObject::Invoke(MemberId member, unsigned access, Arguments arguments) {
+    const MemberIndex& index = Members().Index();
+    const bool isPut = (access & access::kAnyPut) != 0;
+    index.PlaceOf(member);
+    const std::size_t known = index.ParameterCount(member) + (isPut ? 1 : 0);
+    if (!isPut && arguments.values.size() > known) {
+        arguments.values = arguments.values.first(known);
+    }
+    try {
+        return Members().Invoke(*this, member, access, arguments);
+    } catch (const std::exception&) { // the host hears of nothing
+        return {};
+    }
+}
+
+} // namespace talvix
