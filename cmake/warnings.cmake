@@ -23,6 +23,11 @@ if(WIN32)
     target_compile_definitions(talvix_flags INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN
         _WIN32_WINNT=0x0501 WINVER=0x0501 _WIN32_IE=0x0600 STRICT)
     target_compile_options(talvix_flags INTERFACE
-        -Wno-non-virtual-dtor)    # COM interfaces have no destructor by contract
+        -Wno-non-virtual-dtor     # COM interfaces have no destructor by contract
+        -ffunction-sections -fdata-sections)
     target_link_options(talvix_flags INTERFACE -static)
 endif()
+
+# Test programs: quick to build; what a test asserts is no guarantee to the compiler.
+add_library(talvix_test_flags INTERFACE)
+target_compile_options(talvix_test_flags INTERFACE -O0 -Wno-null-dereference)

@@ -66,7 +66,7 @@ function(talvix_server target file folder idl)
     get_filename_component(name ${file} NAME_WE)
     get_filename_component(suffix ${file} LAST_EXT)
     set_target_properties(${target} PROPERTIES PREFIX "" OUTPUT_NAME ${name} SUFFIX ${suffix})
-    target_link_options(${target} PRIVATE -Wl,--kill-at -Wl,--gc-sections)
+    target_link_options(${target} PRIVATE -Wl,--kill-at -Wl,--gc-sections -Wl,-Map,$<TARGET_FILE:${target}>.map)
     # What users get is the stripped file; the symbols lie beside it.
     add_custom_command(TARGET ${target} POST_BUILD
         COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:${target}> $<TARGET_FILE:${target}>.debug

@@ -241,6 +241,19 @@ LRESULT GridWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_HSCROLL:
         OnScroll(message == WM_VSCROLL, wParam);
         return 0;
+    case WM_SETTINGCHANGE:
+    case WM_SYSCOLORCHANGE:
+    case WM_THEMECHANGED:
+        painter_.Measure();
+        Refresh();
+        return 0;
+    default:
+        return HandleKeyboard(message, wParam, lParam);
+    }
+}
+
+LRESULT GridWindow::HandleKeyboard(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
     case WM_GETDLGCODE:
         return DLGC_WANTARROWS | DLGC_WANTCHARS;
     case WM_SETFOCUS:
@@ -254,12 +267,6 @@ LRESULT GridWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         return input_.KeyDown(static_cast<int>(wParam), PageLines()) ? 0 : DefWindowProcW(window_, message, wParam, lParam);
     case WM_CHAR:
         input_.Character(static_cast<char16_t>(wParam), GetTickCount());
-        return 0;
-    case WM_SETTINGCHANGE:
-    case WM_SYSCOLORCHANGE:
-    case WM_THEMECHANGED:
-        painter_.Measure();
-        Refresh();
         return 0;
     default:
         return HandleMouse(message, wParam, lParam);

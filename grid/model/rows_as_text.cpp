@@ -6,16 +6,26 @@
 #include "automation/text.h"
 #include "grid/model/delimited_text.h"
 
-#include <charconv>
+#include <algorithm>
+#include <cstdio>
 
 namespace talvix::grid {
 
 namespace {
 
+/// Fewest digits that are read back as the same number. The library's own conversion to the shortest
+/// form would weigh more than the rest of the grid's model.
 std::u16string PlainText(double number) {
-    char digits[40];
-    const auto end = std::to_chars(digits, digits + sizeof digits, number).ptr;
-    return {digits, end};
+    char digits[40]{};
+    for (int precision = 15; precision <= 17; ++precision) {
+        std::snprintf(digits, sizeof digits, "%.*g", precision, number);
+        std::replace(digits, digits + sizeof digits, ',', '.'); // a host may have set its own locale
+        const auto read = PlainNumber(FromUtf8(digits));
+        if (read && *read == number) {
+            break;
+        }
+    }
+    return FromUtf8(digits);
 }
 
 Value ReadField(const Field& field, DataType type) {

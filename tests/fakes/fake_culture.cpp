@@ -16,6 +16,9 @@ char16_t Upper(char16_t unit) {
     if (unit >= u'a' && unit <= u'z') {
         return static_cast<char16_t>(unit - 32);
     }
+    if (unit == 0xFF) {
+        return 0x178;
+    }
     if (unit >= 0xE0 && unit <= 0xFE && unit != 0xF7) {
         return static_cast<char16_t>(unit - 32);
     }

@@ -94,9 +94,9 @@ bool OtherBitnessIsRegistered(const std::vector<RegistrationEntry>& entries, Reg
     return RegOpenKeyExW(RootOf(scope), Wide(path), 0, KEY_READ | kOtherView, key.Out()) == ERROR_SUCCESS;
 }
 
-void Remove(const std::vector<RegistrationEntry>& entries, RegistrationScope scope, bool sharedToo) {
+void Remove(const std::vector<RegistrationEntry>& entries, RegistrationScope scope, bool shared) {
     std::for_each(entries.rbegin(), entries.rend(), [&](const RegistrationEntry& entry) {
-        if (sharedToo || !entry.shared) {
+        if (entry.shared == shared) {
             RemoveEntry(entry, scope);
         }
     });
@@ -108,7 +108,7 @@ HRESULT WriteRegistration(const std::vector<RegistrationEntry>& entries, Registr
     for (auto entry = entries.begin(); entry != entries.end(); ++entry) {
         const LSTATUS status = WriteEntry(*entry, scope);
         if (status != ERROR_SUCCESS) {
-            Remove({entries.begin(), entry}, scope, !OtherBitnessIsRegistered(entries, scope));
+            RemoveRegistration({entries.begin(), entry}, scope);
             return HRESULT_FROM_WIN32(static_cast<DWORD>(status));
         }
     }
@@ -116,7 +116,11 @@ HRESULT WriteRegistration(const std::vector<RegistrationEntry>& entries, Registr
 }
 
 HRESULT RemoveRegistration(const std::vector<RegistrationEntry>& entries, RegistrationScope scope) {
-    Remove(entries, scope, !OtherBitnessIsRegistered(entries, scope));
+    Remove(entries, scope, false);
+    // Asked only now: where the views are not split, our own class would have been found.
+    if (!OtherBitnessIsRegistered(entries, scope)) {
+        Remove(entries, scope, true);
+    }
     return S_OK;
 }
 

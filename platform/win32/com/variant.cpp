@@ -6,7 +6,7 @@
 #include "platform/win32/com/dispatch_object.h"
 #include "platform/win32/com/late_dispatch.h"
 
-#include <type_traits>
+#include <optional>
 
 namespace talvix {
 
@@ -35,27 +35,38 @@ Value FromError(SCODE code) {
     return code == DISP_E_PARAMNOTFOUND ? Value(Missing()) : Value(ErrorCode{static_cast<std::int32_t>(code)});
 }
 
-/// A scalar by its kind, from where it lies.
-Value Scalar(VARTYPE kind, void* at) {
+/// A whole number by its kind, from where it lies; nothing for other kinds.
+std::optional<Value> WholeNumber(VARTYPE kind, const void* at) {
     switch (kind) {
     case VT_I1:
-        return static_cast<std::int16_t>(*static_cast<signed char*>(at));
+        return Value(static_cast<std::int16_t>(*static_cast<const signed char*>(at)));
     case VT_UI1:
-        return std::uint8_t{*static_cast<BYTE*>(at)};
+        return Value(std::uint8_t{*static_cast<const BYTE*>(at)});
     case VT_I2:
-        return std::int16_t{*static_cast<SHORT*>(at)};
+        return Value(std::int16_t{*static_cast<const SHORT*>(at)});
     case VT_UI2:
-        return static_cast<std::int32_t>(*static_cast<USHORT*>(at));
+        return Value(static_cast<std::int32_t>(*static_cast<const USHORT*>(at)));
     case VT_I4:
     case VT_INT:
-        return static_cast<std::int32_t>(*static_cast<LONG*>(at));
+        return Value(static_cast<std::int32_t>(*static_cast<const LONG*>(at)));
     case VT_UI4:
     case VT_UINT:
-        return static_cast<std::int64_t>(*static_cast<ULONG*>(at));
+        return Value(static_cast<std::int64_t>(*static_cast<const ULONG*>(at)));
     case VT_I8:
-        return static_cast<std::int64_t>(*static_cast<LONGLONG*>(at));
+        return Value(static_cast<std::int64_t>(*static_cast<const LONGLONG*>(at)));
     case VT_UI8:
-        return Unsigned64(*static_cast<ULONGLONG*>(at));
+        return Unsigned64(*static_cast<const ULONGLONG*>(at));
+    default:
+        return std::nullopt;
+    }
+}
+
+/// A scalar by its kind, from where it lies.
+Value Scalar(VARTYPE kind, void* at) {
+    if (auto whole = WholeNumber(kind, at)) {
+        return *whole;
+    }
+    switch (kind) {
     case VT_R4:
         return *static_cast<FLOAT*>(at);
     case VT_R8:

@@ -1,0 +1,92 @@
+#include "platform/win32/files.h"
+#include "platform/win32/locale.h"
+#include "platform/win32/owned.h"
+#include "platform/win32/registry.h"
+#include "platform/win32/shell.h"
+#include "platform/win32/system.h"
+#include "platform/win32/wide.h"
+#include "tests/com/com_host.h"
+#include "tests/contracts/culture_contract.h"
+#include "tests/contracts/files_contract.h"
+#include "tests/contracts/registry_contract.h"
+
+#include <gtest/gtest.h>
+
+namespace talvix {
+
+namespace {
+
+struct Win32FilesRig {
+    Files& Port() { return files; }
+    std::u16string Folder() const { return folder.Path(); }
+    void Make(std::u16string_view name, std::size_t bytes) const { folder.Make(name, bytes); }
+    void MakeFolder(std::u16string_view name) const { folder.MakeFolder(name); }
+    TemporaryFolder folder;
+    Win32Files files;
+};
+
+struct Win32RegistryRig {
+    ~Win32RegistryRig() { RegDeleteKeyW(HKEY_CURRENT_USER, L"Software\\TalvixTest"); }
+    Registry& Port() { return registry; }
+    std::u16string Key() const { return u"Software\\TalvixTest"; }
+    Win32Registry registry;
+};
+
+} // namespace
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Win32, FilesContract, Win32FilesRig);
+INSTANTIATE_TYPED_TEST_SUITE_P(Win32, RegistryContract, Win32RegistryRig);
+INSTANTIATE_TYPED_TEST_SUITE_P(Win32, GermanContract, Win32Locale);
+
+TEST(Win32Files, LongPathsTakeTheExtendedForm) {
+    const std::u16string name(250, u'x');
+    EXPECT_EQ(ExtendedPath(u"C:\\kurz"), u"C:\\kurz");
+    EXPECT_EQ(ExtendedPath(u"C:\\" + name), u"\\\\?\\C:\\" + name);
+    EXPECT_EQ(ExtendedPath(u"\\\\srv\\daten\\" + name), u"\\\\?\\UNC\\srv\\daten\\" + name);
+    EXPECT_EQ(ExtendedPath(name), name);
+}
+
+TEST(Win32Shell, NamesTypesAndNumbersIconsWithoutLosingHandles) {
+    Win32Shell shell;
+    const TemporaryFolder folder;
+    const std::u16string path = folder.Make(u"a.txt", 1);
+    EXPECT_NE(shell.TypeName(path), u"");
+    EXPECT_NE(shell.SmallIconList(), 0);
+    const DWORD before = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+    for (int at = 0; at < 50; ++at) {
+        EXPECT_GE(shell.SmallIconIndex(path), 0);
+    }
+    EXPECT_LE(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS), before + 5);
+    EXPECT_EQ(shell.SmallIconIndex(folder.Path() + u"\\fehlt.txt"), 0);
+}
+
+TEST(Win32Shell, KnowsTheClassesWithIconsOfTheirOwn) {
+    Win32Shell shell;
+    EXPECT_TRUE(shell.HasOwnIcon(u"C:\\a.EXE"));
+    EXPECT_TRUE(shell.HasOwnIcon(u"C:\\ordner.mit\\ohne"));
+    EXPECT_FALSE(shell.HasOwnIcon(u"C:\\a.txt"));
+}
+
+TEST(Win32System, TellsVersionResolutionAndTime) {
+    Win32SystemInfo system;
+    ASSERT_TRUE(system.Version());
+    EXPECT_EQ(system.Version()->platform, 2U);
+    EXPECT_GE(system.Version()->major, 5U);
+    EXPECT_GE(system.PixelsPerInch(), 72);
+    EXPECT_GT(Win32Clock().Now().days, 40000);
+}
+
+TEST(Win32Timers, RunWhatWaitsAndKeepTheRequestToEnd) {
+    MSG message{};
+    PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);
+    PostThreadMessageW(GetCurrentThreadId(), WM_APP, 0, 0);
+    PostQuitMessage(7);
+    Win32Timers().RunPending();
+    bool quit = false;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
+        quit = quit || (message.message == WM_QUIT && message.wParam == 7);
+    }
+    EXPECT_TRUE(quit);
+}
+
+} // namespace talvix

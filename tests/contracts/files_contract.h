@@ -1,0 +1,63 @@
+#pragma once
+
+#include "automation/failure.h"
+#include "platform/files.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+
+namespace talvix {
+
+/// What every `Files` keeps to. A rig offers Port(), Folder() (an existing empty folder's path), and
+/// Make(name, bytes) and MakeFolder(name) below it.
+template <typename Rig> class FilesContract : public testing::Test {
+protected:
+    Rig rig;
+    std::u16string At(std::u16string_view name) { return rig.Folder() + u"\\" + std::u16string(name); }
+};
+TYPED_TEST_SUITE_P(FilesContract);
+
+TYPED_TEST_P(FilesContract, QueryTellsExistenceKindAndLength) {
+    this->rig.Make(u"Größe.txt", 1234);
+    this->rig.MakeFolder(u"Ordner");
+    const auto file = this->rig.Port().Query(this->At(u"Größe.txt"));
+    ASSERT_TRUE(file);
+    EXPECT_FALSE(file->isFolder);
+    EXPECT_EQ(file->length, 1234);
+    EXPECT_TRUE(this->rig.Port().Query(this->At(u"GRÖßE.TXT")));
+    const auto folder = this->rig.Port().Query(this->At(u"Ordner"));
+    ASSERT_TRUE(folder);
+    EXPECT_TRUE(folder->isFolder);
+    EXPECT_EQ(folder->length, 0);
+}
+
+TYPED_TEST_P(FilesContract, QueryOfWhatIsNotThereIsNothing) {
+    this->rig.Make(u"a.txt", 1);
+    for (const auto* name : {u"b.txt", u"a.txt\\c", u"*.txt", u"a.t?t"}) {
+        EXPECT_FALSE(this->rig.Port().Query(this->At(name)));
+    }
+    EXPECT_FALSE(this->rig.Port().Query(u""));
+}
+
+TYPED_TEST_P(FilesContract, ListTellsFilesAndFoldersApart) {
+    this->rig.Make(u"a.txt", 1);
+    this->rig.Make(u"ß ü.doc", 1);
+    this->rig.MakeFolder(u"Ordner");
+    FolderListing listing = this->rig.Port().List(this->rig.Folder());
+    std::sort(listing.files.begin(), listing.files.end());
+    EXPECT_EQ(listing.files, (std::vector<std::u16string>{u"a.txt", u"ß ü.doc"}));
+    EXPECT_EQ(listing.folders, (std::vector<std::u16string>{u"Ordner"}));
+    EXPECT_TRUE(this->rig.Port().List(this->At(u"Ordner")).files.empty());
+    EXPECT_EQ(this->rig.Port().List(this->rig.Folder() + u"\\").files.size(), 2U);
+}
+
+TYPED_TEST_P(FilesContract, AFolderThatIsNotThereCannotBeListed) {
+    EXPECT_THROW(this->rig.Port().List(this->At(u"fehlt")), Failure);
+}
+
+REGISTER_TYPED_TEST_SUITE_P(FilesContract, QueryTellsExistenceKindAndLength, QueryOfWhatIsNotThereIsNothing,
+                            ListTellsFilesAndFoldersApart, AFolderThatIsNotThereCannotBeListed);
+
+} // namespace talvix

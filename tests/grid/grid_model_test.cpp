@@ -1,0 +1,170 @@
+#include "automation/event_source.h"
+#include "grid/model/gestures.h"
+#include "grid/model/grid_objects.h"
+#include "tests/grid/grid_rig.h"
+
+#include <gtest/gtest.h>
+
+namespace talvix::grid {
+
+Late GridUnderTest() {
+    struct LocalisedModel {
+        FakeCulture culture;
+        GridModel model{culture};
+    };
+    const auto localised = std::make_shared<LocalisedModel>();
+    return Late(Value(std::make_shared<GridObject>(SharedGrid(localised, &localised->model))));
+}
+
+namespace {
+
+/// The rig with the model behind its grid.
+struct ModelRig : GridRig {
+    ModelRig() : object(std::dynamic_pointer_cast<GridObject>(grid.AsObject())), model(object->model) {}
+    std::shared_ptr<GridObject> object;
+    SharedGrid model;
+};
+
+} // namespace
+
+TEST(GridCells, APictureIsNothingUntilSetAndNothingRemovesIt) {
+    const ModelRig rig;
+    const Late row = rig.Add(u"x");
+    EXPECT_EQ(row.Call(u"Picture", u"Icon"), Nothing());
+    row.SetAt(u"Picture", u"Icon", rig.object);
+    EXPECT_EQ(row.Call(u"Picture", u"Icon"), Value(rig.object));
+    row.SetAt(u"Picture", u"Icon", Nothing());
+    EXPECT_EQ(row.Call(u"Picture", u"Icon"), Nothing());
+    EXPECT_THROW(row.SetAt(u"Picture", u"Icon", 5), Failure);
+}
+
+TEST(GridGroups, ExpandOpensTheHeadingsAboveTheRowAddedLast) {
+    const ModelRig rig;
+    rig.Add(u"a");
+    rig.grid[u"Groups"](u"Add", u"Name");
+    rig.grid.Call(u"CollapseAll");
+    EXPECT_EQ(rig.model->rows.ShownNumbers().size(), 1U);
+    rig.Add(u"a");
+    rig.grid.Call(u"RefreshSort", -1, -1);
+    EXPECT_EQ(rig.model->rows.ShownNumbers().size(), 1U);
+    rig.grid.Call(u"Expand");
+    EXPECT_EQ(rig.model->rows.ShownNumbers().size(), 3U);
+    rig.grid.Call(u"CollapseAll");
+    rig.grid.Call(u"ExpandAll");
+    EXPECT_EQ(rig.model->rows.ShownNumbers().size(), 3U);
+}
+
+namespace {
+
+class RecordingSink : public EventSink {
+public:
+    void OnEvent(std::u16string_view name, std::span<Value> arguments) override {
+        events.emplace_back(name);
+        if (refuse) {
+            arguments.back() = true;
+        }
+    }
+    std::vector<std::u16string> events;
+    bool refuse = false;
+};
+
+} // namespace
+
+TEST(GridEvents, AskBeforeAUsersSortAndGroupingOnly) {
+    const ModelRig rig;
+    rig.Add(u"b");
+    rig.Add(u"a");
+    auto sink = std::make_shared<RecordingSink>();
+    const Subscription subscription = rig.grid.Target().Subscribe(sink, {});
+    rig.grid.Call(u"Sort", u"Name");
+    rig.grid[u"Groups"](u"Add", u"Name");
+    rig.grid[u"Groups"].Call(u"Clear");
+    EXPECT_EQ(sink->events, (std::vector<std::u16string>{u"AfterGroupChange", u"AfterGroupChange"}));
+    sink->events.clear();
+    sink->refuse = true;
+    EXPECT_FALSE(rig.model->ClickHeading(0));
+    EXPECT_FALSE(rig.model->GroupByUser(0, 0));
+    EXPECT_EQ(rig.Names(), u"a b");
+    sink->refuse = false;
+    EXPECT_TRUE(rig.model->ClickHeading(0));
+    EXPECT_EQ(rig.Names(), u"b a");
+    EXPECT_TRUE(rig.model->GroupByUser(0, 0));
+    EXPECT_TRUE(rig.model->UngroupByUser(0));
+    EXPECT_EQ(sink->events,
+              (std::vector<std::u16string>{u"BeforeClickSort", u"BeforeGroupChange", u"BeforeClickSort",
+                                           u"BeforeGroupChange", u"AfterGroupChange", u"BeforeGroupChange",
+                                           u"AfterGroupChange"}));
+}
+
+TEST(GridCells, KeepObjectsAndLetThemGo) {
+    const ModelRig rig;
+    const auto held = std::make_shared<RangeObject>(Range{1, 2});
+    const Late row = rig.Add(u"x");
+    row.SetAt(u"Value", u"Icon", held);
+    EXPECT_EQ(row.Call(u"Value", u"Icon"), Value(held));
+    EXPECT_EQ(held.use_count(), 2);
+    row.SetAt(u"Value", u"Icon", 1);
+    EXPECT_EQ(held.use_count(), 1);
+    row.SetAt(u"Value", u"Icon", held);
+    rig.grid[u"Rows"].Call(u"Clear");
+    EXPECT_EQ(held.use_count(), 1);
+}
+
+TEST(GridGestures, ClicksSelectExtendAndToggle) {
+    const ModelRig rig;
+    for (const auto* name : {u"a", u"b", u"c", u"d"}) {
+        rig.Add(name);
+    }
+    Gestures gestures(*rig.model);
+    gestures.ClickRow(2, false, false);
+    EXPECT_EQ(rig.Ranges(), u"2-2 ");
+    gestures.ClickRow(4, false, true);
+    EXPECT_EQ(rig.Ranges(), u"2-4 ");
+    gestures.ClickRow(3, true, false);
+    EXPECT_EQ(rig.Ranges(), u"2-2 4-4 ");
+    EXPECT_EQ(rig.grid[u"CurrentRow"].Call(u"Text", u"Name"), Value(u"c"));
+    gestures.ClickRow(1, false, true);
+    EXPECT_EQ(rig.Ranges(), u"1-3 ");
+    rig.grid.Set(u"MultiSelect", false);
+    gestures.ClickRow(4, true, true);
+    EXPECT_EQ(rig.Ranges(), u"4-4 ");
+}
+
+TEST(GridGestures, KeysGoOverTheShownRowsOnly) {
+    const ModelRig rig;
+    for (const auto* name : {u"a", u"a", u"b"}) {
+        rig.Add(name);
+    }
+    rig.grid[u"Groups"](u"Add", u"Name");
+    Gestures gestures(*rig.model);
+    gestures.Move(Step::First, 10, false, false);
+    gestures.SetExpanded(rig.model->rows.Current(), false);
+    gestures.Move(Step::Down, 10, false, false);
+    EXPECT_EQ(rig.Ranges(), u"4-4 ");
+    gestures.Move(Step::PageDown, 10, false, true);
+    EXPECT_EQ(rig.Ranges(), u"4-5 ");
+    gestures.Move(Step::Up, 10, true, false);
+    EXPECT_EQ(rig.Ranges(), u"4-5 ");
+    gestures.ToggleCurrent();
+    EXPECT_EQ(rig.Ranges(), u"5-5 ");
+    gestures.SelectAll();
+    EXPECT_EQ(rig.Ranges(), u"1-5 ");
+}
+
+TEST(GridGestures, TypedLettersFindTheNextRow) {
+    const ModelRig rig;
+    for (const auto* name : {u"Alpha", u"Beta", u"berta", u"Gamma"}) {
+        rig.Add(name);
+    }
+    Gestures gestures(*rig.model);
+    gestures.TypeText(u"b");
+    EXPECT_EQ(rig.Ranges(), u"2-2 ");
+    gestures.TypeText(u"ber");
+    EXPECT_EQ(rig.Ranges(), u"3-3 ");
+    gestures.TypeText(u"b");
+    EXPECT_EQ(rig.Ranges(), u"2-2 ");
+    gestures.TypeText(u"zz");
+    EXPECT_EQ(rig.Ranges(), u"2-2 ");
+}
+
+} // namespace talvix::grid

@@ -1,0 +1,32 @@
+#include "tests/contracts/culture_contract.h"
+#include "tests/contracts/files_contract.h"
+#include "tests/contracts/registry_contract.h"
+#include "tests/fakes/fake_platform.h"
+
+namespace talvix {
+
+namespace {
+
+struct FakeFilesRig {
+    FakeFilesRig() { files.MakeFolder(Folder()); }
+    Files& Port() { return files; }
+    std::u16string Folder() const { return u"P:\\Proj"; }
+    void Make(std::u16string_view name, std::int64_t bytes) { files.MakeFile(Folder() + u"\\" + std::u16string(name), bytes); }
+    void MakeFolder(std::u16string_view name) { files.MakeFolder(Folder() + u"\\" + std::u16string(name)); }
+    Journal journal;
+    FakeFiles files{journal};
+};
+
+struct FakeRegistryRig {
+    Registry& Port() { return registry; }
+    std::u16string Key() const { return u"Software\\Talvix\\Test"; }
+    FakeRegistry registry;
+};
+
+} // namespace
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Fake, FilesContract, FakeFilesRig);
+INSTANTIATE_TYPED_TEST_SUITE_P(Fake, RegistryContract, FakeRegistryRig);
+INSTANTIATE_TYPED_TEST_SUITE_P(Fake, GermanContract, FakeCulture);
+
+} // namespace talvix
