@@ -81,3 +81,20 @@ target_link_libraries(TalvixDMS PRIVATE talvix_win32)
 
 talvix_server(TalvixGrid TalvixGrid.ocx grid/control grid/control/talvix_grid.idl)
 target_link_libraries(TalvixGrid PRIVATE talvix_win32 talvix_grid_model comctl32)
+
+# The workbench finds both servers beside itself through its manifest, registered or not.
+configure_file(workbench/program/workbench.manifest.in ${generated}/TalvixWorkbench.exe.manifest @ONLY)
+file(COPY ${generated}/TalvixWorkbench.exe.manifest DESTINATION ${CMAKE_BINARY_DIR}/bin)
+file(GLOB workbench_sources CONFIGURE_DEPENDS workbench/program/*.cpp)
+list(REMOVE_ITEM workbench_sources ${CMAKE_SOURCE_DIR}/workbench/program/program.cpp)
+talvix_library(talvix_workbench ${workbench_sources})
+target_link_libraries(talvix_workbench PUBLIC talvix_host talvix_win32 comctl32 comdlg32)
+add_executable(TalvixWorkbench WIN32 workbench/program/program.cpp workbench/program/workbench.rc)
+set_source_files_properties(workbench/program/workbench.rc PROPERTIES
+    COMPILE_OPTIONS "-I${generated};-I${CMAKE_SOURCE_DIR}" OBJECT_DEPENDS ${generated}/TalvixWorkbench.exe.manifest)
+target_link_libraries(TalvixWorkbench PRIVATE talvix_workbench)
+target_link_options(TalvixWorkbench PRIVATE -municode -Wl,--gc-sections)
+add_dependencies(TalvixWorkbench TalvixDMS TalvixGrid)
+add_custom_command(TARGET TalvixWorkbench POST_BUILD
+    COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:TalvixWorkbench> $<TARGET_FILE:TalvixWorkbench>.debug
+    COMMAND ${CMAKE_STRIP} $<TARGET_FILE:TalvixWorkbench>)

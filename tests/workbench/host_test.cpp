@@ -1,0 +1,113 @@
+#include "automation/failure.h"
+#include "core/main.h"
+#include "grid/model/grid_objects.h"
+#include "tests/fakes/fake_platform.h"
+#include "workbench/host/host.h"
+#include "workbench/host/summary.h"
+
+#include <gtest/gtest.h>
+
+namespace talvix::host {
+
+namespace {
+
+Late NewGrid(const FakeCulture& culture) {
+    return Late(Value(std::make_shared<grid::GridObject>(std::make_shared<grid::GridModel>(culture))));
+}
+
+struct HostRig {
+    HostRig() : host(project, Services(), documents, actions) { project->folder = u"P:\\Proj"; }
+    HostServices Services() {
+        HostServices services;
+        services.showMessage = [this](std::u16string_view text, std::u16string_view title, std::int32_t style) {
+            messages.push_back(std::u16string(title) + u"|" + std::u16string(text));
+            lastStyle = style;
+        };
+        services.listWritten = [this] { ++writes; };
+        services.projectXml = [] { return std::u16string(u"<x/>"); };
+        services.userName = u"Erika Muster";
+        return services;
+    }
+    void Attach(Main& main) const {
+        const std::vector<Value> six = host.Libraries();
+        main.ReferenceLibraries(six[0], six[1], six[2], six[3], six[4], six[5]);
+        main.InitSGDMS();
+        LoadRows(documents, project->documents);
+        main.Init();
+    }
+    FakePlatform fakes;
+    Late documents = NewGrid(fakes.locale);
+    Late actions = NewGrid(fakes.locale);
+    std::shared_ptr<Project> project = std::make_shared<Project>();
+    std::vector<std::u16string> messages;
+    std::int32_t lastStyle = 0;
+    int writes = 0;
+    Host host;
+};
+
+} // namespace
+
+TEST(Host, CarriesTheComponentFromAttachmentToImport) {
+    HostRig rig;
+    rig.fakes.files.MakeFile(u"P:\\Proj\\a.doc", 5000);
+    rig.fakes.files.MakeFile(u"P:\\Proj\\Sub\\b.txt", 10);
+    Main main(rig.fakes.ports, rig.fakes.trace);
+    rig.Attach(main);
+    main.AddFilesFromProjectFolderEvent();
+    ASSERT_EQ(rig.project->documents.size(), 2U);
+    EXPECT_EQ(rig.project->documents[0].at(u"Creator"), Value(u"Erika Muster"));
+    EXPECT_EQ(rig.project->documents[1].at(u"ID"), Value(2));
+    EXPECT_EQ(rig.project->nextId, 3);
+    EXPECT_TRUE(rig.project->isChanged);
+    EXPECT_EQ(rig.writes, 1);
+    const std::u16string summary = Summary(*rig.project, 1.234, rig.fakes.locale);
+    EXPECT_EQ(summary, u"Projektordner: P:\\Proj\r\nDokumente: 2\r\nGröße: 6 KB\r\nDauer: 1,23 s\r\n  1 x doc-Datei\r\n  1 x "
+                       u"txt-Datei\r\n");
+}
+
+TEST(Host, AStoredListComesBackAsItWas) {
+    HostRig rig;
+    rig.project->documents = {{{u"ID", 7}, {u"ObjectType", std::int16_t{2}}, {u"Subject", u"Verweis"},
+                               {u"CreationDate", Date{38000.5}}, {u"PhysicalStore1", u"http://example.org"},
+                               {u"fremd", u"bleibt weg"}}};
+    Main main(rig.fakes.ports, rig.fakes.trace);
+    rig.Attach(main);
+    const std::vector<Document> read = ReadRows(rig.documents);
+    ASSERT_EQ(read.size(), 1U);
+    EXPECT_EQ(read[0].at(u"CreationDate"), Value(Date{38000.5}));
+    EXPECT_EQ(read[0].at(u"ItemSize"), Value(u"1 KB"));
+    EXPECT_FALSE(read[0].contains(u"fremd"));
+    EXPECT_FALSE(read[0].contains(u"Status"));
+}
+
+TEST(Host, ShowsARegisteredMessageWithItsDetail) {
+    HostRig rig;
+    Main main(rig.fakes.ports, rig.fakes.trace);
+    rig.Attach(main);
+    Late(rig.host.Libraries()[0]).Call(u"Log", 3500, u"(Fehlende Angaben: Projektnummer)");
+    ASSERT_EQ(rig.messages.size(), 1U);
+    EXPECT_TRUE(rig.messages[0].starts_with(u"Fehlende Informationen|Um automatisch"));
+    EXPECT_TRUE(rig.messages[0].ends_with(u"(Fehlende Angaben: Projektnummer)"));
+    EXPECT_EQ(rig.lastStyle, 64);
+}
+
+TEST(Host, RefusesWhatItDoesNotHave) {
+    const HostRig rig;
+    const Late managing(rig.host.Libraries()[1]);
+    const Late inspector = managing[u"Item"][u"GetInspector"];
+    EXPECT_THROW(inspector.Call(u"ModifiedFormPages", u"Unbekannt"), Failure);
+    EXPECT_THROW(managing.Call(u"GetNextID", u"andere"), Failure);
+    EXPECT_THROW(managing.Set(u"Item", 5), Failure);
+    EXPECT_EQ(Late(rig.host.Libraries()[0]).Call(u"ReadGlobalSetting", u"DOCUMENTS/RULES"), Value(u""));
+}
+
+TEST(Host, FillsTheActionsGridAnew) {
+    const HostRig rig;
+    for (int round = 0; round < 2; ++round) {
+        LoadActions(rig.actions, {{1, Date{38000}, u"Abnahme"}, {2, Date{38001}, u"Übergabe"}});
+        EXPECT_EQ(rig.actions[u"Rows"].Call(u"Count"), Value(2));
+    }
+    EXPECT_EQ(rig.actions(u"Rows", 2).Call(u"Text", u"description"), Value(u"Übergabe"));
+}
+
+} // namespace talvix::host

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "platform/win32/locale.h"
+#include "platform/win32/owned.h"
+#include "workbench/program/command_line.h"
+#include "workbench/program/open_project.h"
+
+#include <windows.h>
+
+#include <memory>
+#include <string>
+
+namespace talvix::workbench {
+
+/// The program's window: the page "Dokumente" of one project with its grid and buttons.
+class MainWindow {
+public:
+    MainWindow() = default;
+    MainWindow(const MainWindow&) = delete;
+    MainWindow& operator=(const MainWindow&) = delete;
+
+    /// Makes the window and carries out what the program was started for. False when the program is to end.
+    bool Start(const CommandLine& line);
+    /// Runs until the window is closed.
+    int Run();
+
+private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
+    void MakeControls();
+    void MakeMenu();
+    void Layout();
+    void OnCommand(int command);
+
+    void Open(host::Project project, std::u16string_view path);
+    void NewProject(std::u16string_view folder);
+    void OpenFile(std::u16string_view path);
+    void AskAndOpen();
+    bool Save(bool askForName);
+    /// Offers to save what was changed; false when the user wants to go on with it.
+    bool MayClose();
+    void ReadFolder();
+    void WriteSummary(std::u16string_view path) const;
+    void ShowState();
+    void ShowError(std::u16string_view text) const;
+    /// Runs a user's command; what fails is shown.
+    template <typename Work> void Attempt(Work&& work) const;
+
+    HWND window_ = nullptr;
+    HWND status_ = nullptr;
+    HWND gridHost_ = nullptr;
+    HFONT Font() const { return font_.Get(); }
+    OwnedFont font_;
+    OwnedAccelerators accelerators_;
+    Win32Locale locale_;
+    std::unique_ptr<OpenProject> project_;
+    std::u16string path_;
+    double seconds_ = 0; ///< that the last import took
+    int dpi_ = 96;
+};
+
+} // namespace talvix::workbench

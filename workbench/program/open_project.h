@@ -1,0 +1,44 @@
+#pragma once
+
+#include "automation/late.h"
+#include "platform/win32/com/com_ptr.h"
+#include "workbench/host/host.h"
+
+#include <memory>
+#include <string>
+
+namespace talvix::workbench {
+
+/// An object of a registered class, or of one that the program's manifest names. Failure with a German text
+/// when it cannot be created.
+ComPtr<IDispatch> CreateObject(std::u16string_view programId);
+
+/// One open project: its data, the host's objects, the grids and the component that works on them.
+class OpenProject {
+public:
+    using Show = std::function<void(std::u16string_view, std::u16string_view, std::int32_t)>;
+    OpenProject(host::Project project, Show showMessage, std::function<void()> listWritten);
+    ~OpenProject();
+    OpenProject(const OpenProject&) = delete;
+    OpenProject& operator=(const OpenProject&) = delete;
+
+    /// Attaches the component: libraries, grid set-up, the stored rows, Init. To be called once, after the grid
+    /// has its window if it is to have one.
+    void Attach();
+    /// Forwards a button of the page or calls another member of the component without arguments.
+    void Call(std::u16string_view member) const;
+    host::Project& Project() { return *project_; }
+    IDispatch* Grid() const { return grid_.Get(); }
+    const Late& GridLate() const { return gridLate_; }
+
+private:
+    std::shared_ptr<host::Project> project_;
+    ComPtr<IDispatch> grid_;
+    ComPtr<IDispatch> actions_;
+    Late gridLate_;
+    Late actionsLate_;
+    Late main_;
+    std::unique_ptr<host::Host> host_;
+};
+
+} // namespace talvix::workbench
