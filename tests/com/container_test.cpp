@@ -40,7 +40,7 @@ struct ContainerRig {
         reinterpret_cast<Init>(reinterpret_cast<void*>(GetProcAddress(atl, "AtlAxWinInit")))();
         frame = CreateWindowExW(0, L"AtlAxWin", L"", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 10, 10, 640, 300, nullptr, nullptr, nullptr, nullptr);
         const auto attach = reinterpret_cast<Attach>(reinterpret_cast<void*>(GetProcAddress(atl, "AtlAxAttachControl")));
-        EXPECT_EQ(attach(dynamic_cast<const DispatchObject&>(grid.Target()).Dispatch(), frame, nullptr), S_OK);
+        EXPECT_EQ(attach(dynamic_cast<const DispatchObject&>(grid.Target()).Dispatch(), frame, container.Out()), S_OK);
         window = reinterpret_cast<HWND>(static_cast<LONG_PTR>(Number(grid.Call(u"hWnd"))));
         const Late column = grid[u"Columns"](u"Add", u"Name");
         column.Set(u"Width", 200);
@@ -79,6 +79,7 @@ struct ContainerRig {
     }
     Win32Locale locale;
     Late grid = CreateByName(u"TalvixGrid.Grid");
+    ComPtr<IUnknown> container;
     HWND frame = nullptr;
     HWND window = nullptr;
     std::shared_ptr<Recorder> recorder = std::make_shared<Recorder>();

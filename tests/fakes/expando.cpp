@@ -5,6 +5,8 @@
 #include "automation/text.h"
 #include "tests/fakes/fake_culture.h"
 
+#include <ostream>
+
 namespace talvix {
 
 Expando::Entry& Expando::Make(std::u16string_view member) {
@@ -86,6 +88,10 @@ std::u16string Shown(const Value& value) {
         return u"list of " + DecimalText(static_cast<long long>((*list)->size()));
     }
     return value.Is<ErrorCode>() ? u"error" : ToText(value, FakeCulture());
+}
+
+void PrintTo(const Value& value, std::ostream* out) {
+    *out << "kind " << value.Content().index() << ": " << ToUtf8(Shown(value));
 }
 
 } // namespace talvix

@@ -4,6 +4,7 @@
 #include "tests/fakes/journal.h"
 
 #include <functional>
+#include <iosfwd>
 #include <map>
 #include <vector>
 
@@ -46,5 +47,7 @@ private:
 
 /// Short form of a value for journals.
 std::u16string Shown(const Value& value);
+/// How a failing comparison shows a value.
+void PrintTo(const Value& value, std::ostream* out);
 
 } // namespace talvix

@@ -4,6 +4,7 @@
 #include "automation/failure.h"
 #include "automation/late.h"
 #include "automation/text.h"
+#include "tests/fakes/expando.h"
 #include "tests/fakes/fake_culture.h"
 
 namespace talvix::grid {

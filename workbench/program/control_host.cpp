@@ -1,6 +1,7 @@
 #include "workbench/program/control_host.h"
 
 #include "automation/failure.h"
+#include "platform/win32/com/com_ptr.h"
 #include "platform/win32/wide.h"
 
 #include <string>
@@ -41,7 +42,8 @@ HWND CreateControlHost(HWND parent) {
 
 void AttachControl(IUnknown* control, HWND host) {
     using Attach = HRESULT(WINAPI*)(IUnknown*, HWND, IUnknown**);
-    const HRESULT result = Export<Attach>("AtlAxAttachControl")(control, host, nullptr);
+    ComPtr<IUnknown> container; // some containers attach nothing without a place for it
+    const HRESULT result = Export<Attach>("AtlAxAttachControl")(control, host, container.Out());
     if (FAILED(result)) {
         throw Failure(result, u"Das Gitter kann nicht angezeigt werden.");
     }
