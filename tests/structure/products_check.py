@@ -1,0 +1,37 @@
+#!/usr/bin/env python3
+"""Checks the finished products of a folder: what they import is frozen, and they keep to their sizes."""
+import re
+import subprocess
+import sys
+from pathlib import Path
+
+SYSTEM = {'advapi32.dll', 'comctl32.dll', 'comdlg32.dll', 'gdi32.dll', 'kernel32.dll', 'msvcrt.dll', 'ole32.dll',
+          'oleaut32.dll', 'shell32.dll', 'user32.dll'}
+FROZEN = {
+    'TalvixDMS.dll': SYSTEM - {'comctl32.dll', 'comdlg32.dll'},
+    'TalvixGrid.ocx': SYSTEM - {'comdlg32.dll', 'shell32.dll'},
+    'TalvixWorkbench.exe': SYSTEM,
+}
+EXPORTS = {'DllCanUnloadNow', 'DllGetClassObject', 'DllInstall', 'DllRegisterServer', 'DllUnregisterServer'}
+LARGEST = 700 * 1024
+
+folder = Path(sys.argv[1])
+failed = 0
+
+
+def result(what, good, detail=''):
+    global failed
+    failed += not good
+    print(f'[       OK ] {what}' if good else f'[  FAILED  ] {what}: {detail}')
+
+
+for name, expected in FROZEN.items():
+    dump = subprocess.run(['objdump', '-p', str(folder / name)], capture_output=True, text=True, check=True).stdout
+    imports = {line.lower() for line in re.findall(r'DLL Name: (\S+)', dump)}
+    result(f'{name} imports system libraries only', imports == expected, sorted(imports ^ expected))
+    if not name.endswith('.exe'):
+        exports = set(re.findall(r'\[ *\d+\](?: \+base\[ *\d+\])? +(?:[0-9a-f]{4} +)?(Dll\w+)', dump))
+        result(f'{name} exports its five entry points by plain name', exports == EXPORTS, sorted(exports))
+        size = (folder / name).stat().st_size
+        result(f'{name} is at most 700 KB', size <= LARGEST, f'{size} bytes')
+sys.exit(failed)
