@@ -1,0 +1,70 @@
+// Reading a folder in and opening a stored list: the time per file for growing numbers of files. FOLDER holds the folders 1000,
+// 4000 and 16000 with as many files each.
+#include "automation/text.h"
+#include "bench/bench.h"
+#include "platform/win32/com/dispatch_object.h"
+#include "workbench/host/host.h"
+
+#include <cstdio>
+
+namespace talvix::bench {
+
+namespace {
+
+struct Times {
+    double import = 0;
+    double open = 0;
+    std::size_t rows = 0;
+};
+
+Times Measure(const std::u16string& folder) {
+    const Late grid(WrapDispatch(Create(u"TalvixGrid.Grid").Get()));
+    const Late actions(WrapDispatch(Create(u"TalvixGrid.Grid").Get()));
+    const Late main(WrapDispatch(Create(u"TalvixDMS.Main").Get()));
+    const auto project = std::make_shared<host::Project>();
+    project->folder = folder;
+    host::HostServices services;
+    services.listWritten = [] {};
+    services.showMessage = [](std::u16string_view, std::u16string_view, std::int32_t) {};
+    services.projectXml = [] { return std::u16string(); };
+    services.userName = u"Erika Muster";
+    host::Host host(project, services, grid, actions);
+    const std::vector<Value> libraries = host.Libraries();
+    main.CallWith(u"ReferenceLibraries", libraries);
+    main.Call(u"InitSGDMS");
+    Times times;
+    double start = Now();
+    main.Call(u"AddFilesFromProjectFolderEvent");
+    times.import = Now() - start;
+    start = Now();
+    main.Call(u"Init");
+    times.open = Now() - start;
+    times.rows = project->documents.size();
+    main.Call(u"DereferenceLibraries");
+    return times;
+}
+
+} // namespace
+
+int ImportBench(const std::u16string& folder) {
+    double importOfFirst = 0;
+    double openOfFirst = 0;
+    for (const int count : {1000, 4000, 16000}) {
+        const std::u16string path = folder + u"\\" + DecimalText(count);
+        Measure(path);
+        const Times times = Measure(path);
+        if (times.rows != static_cast<std::size_t>(count)) {
+            std::printf("%zu rows instead of %d\n", times.rows, count);
+            return 1;
+        }
+        const double import = times.import / count;
+        const double open = times.open / count;
+        importOfFirst = importOfFirst == 0 ? import : importOfFirst;
+        openOfFirst = openOfFirst == 0 ? open : openOfFirst;
+        std::printf("%6d files: import %6.1f us per file (%.2fx), opening %6.1f us per row (%.2fx)\n", count, import * 1e6,
+                    import / importOfFirst, open * 1e6, open / openOfFirst);
+    }
+    return 0;
+}
+
+} // namespace talvix::bench
