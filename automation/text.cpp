@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 
 namespace talvix {
 
@@ -157,6 +158,9 @@ bool SameName(std::u16string_view left, std::u16string_view right) {
     if (left.size() != right.size()) {
         return false;
     }
+    if (left.empty() || std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0) {
+        return true;
+    }
     for (std::size_t at = 0; at < left.size(); ++at) {
         if (FoldAscii(left[at]) != FoldAscii(right[at])) {
             return false;
@@ -165,12 +169,25 @@ bool SameName(std::u16string_view left, std::u16string_view right) {
     return true;
 }
 
-std::size_t NameHash(std::u16string_view name) {
-    std::uint32_t hash = 2166136261U;
-    for (const char16_t unit : name) {
-        hash = (hash ^ FoldAscii(unit)) * 16777619U;
+std::size_t UnitHash(std::u16string_view text, char16_t always) {
+    constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15ULL;
+    constexpr std::size_t kStep = sizeof(std::uint64_t) / sizeof(char16_t);
+    const std::uint64_t mask = always * 0x0001000100010001ULL;
+    std::uint64_t hash = text.size() * kFactor;
+    const auto mix = [&](std::uint64_t block) {
+        hash = (hash ^ block) * kFactor;
+        hash ^= hash >> 29U;
+    };
+    std::size_t at = 0;
+    for (; at + kStep <= text.size(); at += kStep) {
+        std::uint64_t block = 0;
+        std::memcpy(&block, text.data() + at, sizeof block);
+        mix(block | mask);
     }
-    return hash;
+    for (; at < text.size(); ++at) {
+        mix(static_cast<std::uint64_t>(text[at]) | always);
+    }
+    return static_cast<std::uint32_t>(hash ^ (hash >> 32U));
 }
 
 std::string ToUtf8(std::u16string_view text) {

@@ -41,7 +41,7 @@ void CellStore::Reserve(std::size_t slots) {
     if (slots <= slots_) {
         return;
     }
-    slots_ = std::max(slots, slots_ + slots_ / 8 + 16);
+    slots_ = std::max(slots, slots_ + slots_ * 3 / 8 + 16);
     for (Column& column : columns_) {
         column.kinds.reserve(slots_);
         column.contents.reserve(slots_);

@@ -21,10 +21,14 @@ std::size_t ColumnSet::FindKey(std::u16string_view key) const {
     if (keySlots_.empty()) {
         return kNone;
     }
+    if (expected_ < columns_.size() && columns_[expected_].key == key) {
+        return expected_++;
+    }
     const std::size_t mask = keySlots_.size() - 1;
     for (std::size_t slot = NameHash(key) & mask; keySlots_[slot] >= 0; slot = (slot + 1) & mask) {
         const auto index = static_cast<std::size_t>(keySlots_[slot]);
         if (SameName(columns_[index].key, key)) {
+            expected_ = index + 1;
             return index;
         }
     }

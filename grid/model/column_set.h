@@ -49,6 +49,7 @@ private:
     std::vector<Column> columns_;       ///< by creation
     std::vector<std::size_t> order_;    ///< by position
     std::vector<std::int32_t> keySlots_; ///< open addressing over ASCII-folded keys, -1 for free
+    mutable std::size_t expected_ = 0;   ///< clients go over the columns in order: tried first
 };
 
 } // namespace talvix::grid

@@ -1,6 +1,7 @@
 #include "grid/model/text_pool.h"
 
-#include <cstdlib>
+#include "automation/text.h"
+
 #include <cstring>
 #include <new>
 
@@ -10,19 +11,25 @@ namespace {
 
 constexpr std::size_t kFirstSize = 64;
 
-std::uint32_t HashOf(std::u16string_view text) {
-    std::uint64_t hash = 0x9E3779B97F4A7C15ULL ^ text.size();
-    for (const char16_t unit : text) {
-        hash = (hash ^ unit) * 0x100000001B3ULL;
-    }
-    return static_cast<std::uint32_t>(hash ^ (hash >> 32U));
+bool SameUnits(const PooledText& pooled, std::u16string_view text) {
+    return pooled.length == text.size() &&
+           (text.empty() || std::memcmp(&pooled + 1, text.data(), text.size() * sizeof(char16_t)) == 0);
 }
 
-PooledText* NewText(std::u16string_view text, std::uint32_t hash) {
-    void* memory = std::malloc(sizeof(PooledText) + text.size() * sizeof(char16_t));
-    if (memory == nullptr) {
-        throw std::bad_alloc();
+std::size_t BytesOf(std::size_t length) { return sizeof(PooledText) + length * sizeof(char16_t); }
+
+} // namespace
+
+TextPool::~TextPool() {
+    for (PooledText* text : slots_) {
+        if (text != nullptr) {
+            EndText(text);
+        }
     }
+}
+
+PooledText* TextPool::NewText(std::u16string_view text, std::uint32_t hash) {
+    void* memory = memory_.Take(BytesOf(text.size()));
     auto* pooled = new (memory) PooledText{0, static_cast<std::uint32_t>(text.size()), hash, 0};
     if (!text.empty()) {
         std::memcpy(static_cast<void*>(pooled + 1), text.data(), text.size() * sizeof(char16_t));
@@ -30,19 +37,13 @@ PooledText* NewText(std::u16string_view text, std::uint32_t hash) {
     return pooled;
 }
 
-} // namespace
-
-TextPool::~TextPool() {
-    for (PooledText* text : slots_) {
-        std::free(text);
-    }
-}
+void TextPool::EndText(PooledText* text) { memory_.GiveBack(text, BytesOf(text->length)); }
 
 std::size_t TextPool::SlotOf(std::u16string_view text, std::uint32_t hash) const {
     const std::size_t mask = slots_.size() - 1;
     std::size_t slot = hash & mask;
     while (slots_[slot] != nullptr &&
-           (slots_[slot]->hash != hash || slots_[slot]->View() != text)) {
+           (slots_[slot]->hash != hash || !SameUnits(*slots_[slot], text))) {
         slot = (slot + 1) & mask;
     }
     return slot;
@@ -52,7 +53,7 @@ PooledText* TextPool::Intern(std::u16string_view text) {
     if (count_ * 3 >= slots_.size() * 2) {
         Grow();
     }
-    const std::uint32_t hash = HashOf(text);
+    const auto hash = static_cast<std::uint32_t>(UnitHash(text));
     const std::size_t slot = SlotOf(text, hash);
     if (slots_[slot] == nullptr) {
         slots_[slot] = NewText(text, hash);
@@ -68,7 +69,7 @@ void TextPool::Release(PooledText* text) {
     }
     const std::size_t slot = SlotOf(text->View(), text->hash);
     slots_[slot] = nullptr;
-    std::free(text);
+    EndText(text);
     --count_;
     CloseGap(slot);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "grid/model/text_memory.h"
+
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -33,10 +35,13 @@ public:
     std::size_t Size() const { return count_; }
 
 private:
+    PooledText* NewText(std::u16string_view text, std::uint32_t hash);
+    void EndText(PooledText* text);
     void Grow();
     std::size_t SlotOf(std::u16string_view text, std::uint32_t hash) const;
     void CloseGap(std::size_t slot);
 
+    TextMemory memory_;
     std::vector<PooledText*> slots_;
     std::size_t count_ = 0;
 };

@@ -9,6 +9,8 @@
 #include "platform/win32/com/variant.h"
 
 #include <algorithm>
+#include <memory>
+#include <utility>
 
 namespace talvix {
 
@@ -53,30 +55,47 @@ void Unpack(const DISPPARAMS& parameters, bool isPut, std::vector<Value>& values
     }
 }
 
-/// Keeps the memory of a call's texts for the next call, but nothing else of its arguments.
-class BufferUse {
-public:
-    BufferUse(std::vector<Value>& values, bool& inUse) : values_(values), inUse_(inUse), before_(inUse) {
-        inUse_ = true;
+using Buffer = std::vector<Value>;
+
+/// Memory for arguments that waits for the next call of the first thread that made one; other threads do without.
+struct Spare {
+    LONG owner = 0;
+    Buffer* buffer = nullptr;
+    ~Spare() { delete buffer; }
+    bool IsMine() {
+        const auto self = static_cast<LONG>(GetCurrentThreadId());
+        return owner == self || InterlockedCompareExchange(&owner, self, 0) == 0;
     }
-    BufferUse(const BufferUse&) = delete;
-    BufferUse& operator=(const BufferUse&) = delete;
-    ~BufferUse() {
-        for (Value& value : values_) {
+};
+Spare waiting;
+
+/// The arguments of a call, in memory that calls hand on to each other with nothing but texts in it.
+class ArgumentBuffer {
+public:
+    ArgumentBuffer() : values_(TakeSpare()) {}
+    ArgumentBuffer(const ArgumentBuffer&) = delete;
+    ArgumentBuffer& operator=(const ArgumentBuffer&) = delete;
+    ~ArgumentBuffer() {
+        for (Value& value : *values_) {
             const auto* text = value.If<std::u16string>();
             if (text == nullptr || text->size() > kLongestKept) {
                 value = Value();
             }
         }
-        inUse_ = before_;
+        if (values_->size() <= kMostKept && waiting.IsMine() && waiting.buffer == nullptr) {
+            waiting.buffer = values_.release();
+        }
     }
-    std::vector<Value>& Values() const { return values_; }
+    Buffer& Values() const { return *values_; }
 
 private:
     static constexpr std::size_t kLongestKept = 1024;
-    std::vector<Value>& values_;
-    bool& inUse_;
-    bool before_;
+    static constexpr std::size_t kMostKept = 32;
+    static std::unique_ptr<Buffer> TakeSpare() {
+        Buffer* spare = waiting.IsMine() ? std::exchange(waiting.buffer, nullptr) : nullptr;
+        return spare != nullptr ? std::unique_ptr<Buffer>(spare) : std::make_unique<Buffer>();
+    }
+    std::unique_ptr<Buffer> values_;
 };
 
 void Describe(const Failure& failure, const LateObject& source, EXCEPINFO& exception) {
@@ -128,10 +147,9 @@ HRESULT DispatchAnswers::IdsOfNames(REFIID id, LPOLESTR* names, UINT count, DISP
     });
 }
 
-void DispatchAnswers::Call(DISPID member, WORD flags, const DISPPARAMS& parameters, VARIANT* result) {
-    const Object alive = target_;
+void DispatchAnswers::Call(DISPID member, WORD flags, const DISPPARAMS& parameters, VARIANT* result) const {
     if (member == DISPID_NEWENUM) {
-        const ComPtr<IUnknown> elements = NewEnumerator(alive);
+        const ComPtr<IUnknown> elements = NewEnumerator(target_);
         if (result != nullptr) {
             result->vt = VT_UNKNOWN;
             result->punkVal = ComPtr<IUnknown>(elements).Detach();
@@ -139,17 +157,16 @@ void DispatchAnswers::Call(DISPID member, WORD flags, const DISPPARAMS& paramete
         return;
     }
     const bool isPut = (flags & access::kAnyPut) != 0;
-    std::vector<Value> own;
-    const BufferUse use(bufferInUse_ ? own : buffer_, bufferInUse_);
-    Unpack(parameters, isPut, use.Values());
-    const Value answer = alive->Invoke(member, flags, {use.Values(), {}});
+    const ArgumentBuffer buffer;
+    Unpack(parameters, isPut, buffer.Values());
+    const Value answer = target_->Invoke(member, flags, {buffer.Values(), {}});
     if (result != nullptr && !isPut) {
         ToVariant(answer, *result);
     }
 }
 
 HRESULT DispatchAnswers::Invoke(DISPID member, REFIID id, WORD flags, DISPPARAMS* parameters,
-                                VARIANT* result, EXCEPINFO* exception) {
+                                VARIANT* result, EXCEPINFO* exception) const {
     if (id != IID_NULL) {
         return DISP_E_UNKNOWNINTERFACE;
     }

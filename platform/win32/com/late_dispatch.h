@@ -7,8 +7,6 @@
 #include <windows.h>
 #include <oleauto.h>
 
-#include <vector>
-
 namespace talvix {
 
 /// The way back from our own COM face to the object behind it. `module` tells whose code it is: an
@@ -32,15 +30,13 @@ public:
     HRESULT TypeInfo(UINT index, ITypeInfo** info) const;
     HRESULT IdsOfNames(REFIID id, LPOLESTR* names, UINT count, DISPID* ids) const;
     HRESULT Invoke(DISPID member, REFIID id, WORD flags, DISPPARAMS* parameters, VARIANT* result,
-                   EXCEPINFO* exception);
+                   EXCEPINFO* exception) const;
     const Object& Target() const { return target_; }
 
 private:
-    void Call(DISPID member, WORD flags, const DISPPARAMS& parameters, VARIANT* result);
+    void Call(DISPID member, WORD flags, const DISPPARAMS& parameters, VARIANT* result) const;
 
     Object target_;
-    std::vector<Value> buffer_; ///< arguments of the last call, kept for their memory
-    bool bufferInUse_ = false;
 };
 
 /// A late object as a COM object of its own.

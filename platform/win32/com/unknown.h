@@ -8,7 +8,8 @@
 namespace talvix {
 
 /// The reference count of an object with one or more interfaces. It keeps its module loaded. A new
-/// object has one reference.
+/// object has one reference. All objects here belong to one apartment, so counting needs no
+/// interlocked steps: COM calls them on their own thread only.
 template <typename First, typename... More> class Unknown : public First, public More... {
 public:
     Unknown() { LockModule(); }
@@ -26,9 +27,9 @@ public:
         AddRef();
         return S_OK;
     }
-    STDMETHODIMP_(ULONG) AddRef() override { return static_cast<ULONG>(InterlockedIncrement(&references_)); }
+    STDMETHODIMP_(ULONG) AddRef() override { return static_cast<ULONG>(++references_); }
     STDMETHODIMP_(ULONG) Release() override {
-        const LONG left = InterlockedDecrement(&references_);
+        const LONG left = --references_;
         if (left == 0) {
             references_ = 1; // whoever is called on the way out may take and give references
             delete this;
