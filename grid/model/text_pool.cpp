@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <new>
+#include <utility>
 
 namespace talvix::grid {
 
@@ -15,6 +16,9 @@ bool SameUnits(const PooledText& pooled, std::u16string_view text) {
     return pooled.length == text.size() &&
            (text.empty() || std::memcmp(&pooled + 1, text.data(), text.size() * sizeof(char16_t)) == 0);
 }
+
+/// The lowest bit is always set and says nothing.
+std::size_t Home(std::uint32_t hash, std::size_t mask) { return (hash >> 1U) & mask; }
 
 std::size_t BytesOf(std::size_t length) { return sizeof(PooledText) + length * sizeof(char16_t); }
 
@@ -41,9 +45,8 @@ void TextPool::EndText(PooledText* text) { memory_.GiveBack(text, BytesOf(text->
 
 std::size_t TextPool::SlotOf(std::u16string_view text, std::uint32_t hash) const {
     const std::size_t mask = slots_.size() - 1;
-    std::size_t slot = hash & mask;
-    while (slots_[slot] != nullptr &&
-           (slots_[slot]->hash != hash || !SameUnits(*slots_[slot], text))) {
+    std::size_t slot = Home(hash, mask);
+    while (hashes_[slot] != 0 && (hashes_[slot] != hash || !SameUnits(*slots_[slot], text))) {
         slot = (slot + 1) & mask;
     }
     return slot;
@@ -53,10 +56,11 @@ PooledText* TextPool::Intern(std::u16string_view text) {
     if (count_ * 3 >= slots_.size() * 2) {
         Grow();
     }
-    const auto hash = static_cast<std::uint32_t>(UnitHash(text));
+    const auto hash = static_cast<std::uint32_t>(UnitHash(text)) | 1U; // never 0
     const std::size_t slot = SlotOf(text, hash);
     if (slots_[slot] == nullptr) {
         slots_[slot] = NewText(text, hash);
+        hashes_[slot] = hash;
         ++count_;
     }
     ++slots_[slot]->references;
@@ -69,6 +73,7 @@ void TextPool::Release(PooledText* text) {
     }
     const std::size_t slot = SlotOf(text->View(), text->hash);
     slots_[slot] = nullptr;
+    hashes_[slot] = 0;
     EndText(text);
     --count_;
     CloseGap(slot);
@@ -78,12 +83,12 @@ void TextPool::Release(PooledText* text) {
 void TextPool::CloseGap(std::size_t slot) {
     const std::size_t mask = slots_.size() - 1;
     std::size_t gap = slot;
-    for (std::size_t next = (gap + 1) & mask; slots_[next] != nullptr; next = (next + 1) & mask) {
-        const std::size_t home = slots_[next]->hash & mask;
+    for (std::size_t next = (gap + 1) & mask; hashes_[next] != 0; next = (next + 1) & mask) {
+        const std::size_t home = Home(hashes_[next], mask);
         const bool reachable = ((next - home) & mask) >= ((next - gap) & mask);
         if (reachable) {
-            slots_[gap] = slots_[next];
-            slots_[next] = nullptr;
+            slots_[gap] = std::exchange(slots_[next], nullptr);
+            hashes_[gap] = std::exchange(hashes_[next], 0);
             gap = next;
         }
     }
@@ -92,9 +97,12 @@ void TextPool::CloseGap(std::size_t slot) {
 void TextPool::Grow() {
     std::vector<PooledText*> old(slots_.empty() ? kFirstSize : slots_.size() * 2, nullptr);
     old.swap(slots_);
+    hashes_.assign(slots_.size(), 0);
     for (PooledText* text : old) {
         if (text != nullptr) {
-            slots_[SlotOf(text->View(), text->hash)] = text;
+            const std::size_t slot = SlotOf(text->View(), text->hash);
+            slots_[slot] = text;
+            hashes_[slot] = text->hash;
         }
     }
 }

@@ -70,7 +70,8 @@ TEST(GetOSName, NamesTheSystemsItKnows) {
 }
 
 TEST(Registry, ReadersTakeTheirOwnTypeOnly) {
-    FakeRegistry registry;
+    Journal journal;
+    FakeRegistry registry{journal};
     RegSaveString(registry, kCurrentUser, u"Software\\Talvix", u"Text", u"abc");
     RegSaveDWord(registry, kCurrentUser, u"Software\\Talvix", u"Number", -1);
     RegSaveString(registry, kCurrentUser, u"Software\\Talvix", u"Leer", u"");

@@ -44,7 +44,7 @@ std::optional<MemberId> Expando::FindMember(std::u16string_view name) {
 }
 
 void Expando::Note(const Entry& entry, std::span<const Value> values, bool isPut) {
-    if (journal_ == nullptr) {
+    if (journal_ == nullptr || quiet_) {
         return;
     }
     std::u16string line = name_ + u"." + entry.name;
@@ -61,6 +61,9 @@ Value Expando::Invoke(MemberId member, unsigned access, Arguments arguments) {
         throw Failure(failure_number::kMemberNotFound, u"No such member");
     }
     const bool isPut = (access & access::kAnyPut) != 0;
+    if (journal_ != nullptr) {
+        journal_->Step(entries_[place].name);
+    }
     Note(entries_[place], arguments.values, isPut);
     if (entries_[place].handler) {
         const Handler handler = entries_[place].handler;

@@ -16,8 +16,9 @@ class Expando : public LateObject {
 public:
     using Handler = std::function<Value(std::span<const Value>)>;
 
-    explicit Expando(std::u16string name, Journal* journal = nullptr)
-        : name_(std::move(name)), journal_(journal) {}
+    /// A quiet object takes steps of the journal but writes no lines.
+    explicit Expando(std::u16string name, Journal* journal = nullptr, bool quiet = false)
+        : name_(std::move(name)), journal_(journal), quiet_(quiet) {}
 
     /// A member that yields a value and can be put.
     Expando& With(std::u16string_view member, Value value);
@@ -42,6 +43,7 @@ private:
 
     std::u16string name_;
     Journal* journal_;
+    bool quiet_;
     std::vector<Entry> entries_;
 };
 

@@ -41,6 +41,7 @@ void FakeFiles::MakeFolder(std::u16string_view path) {
 }
 
 std::optional<FileFacts> FakeFiles::Query(std::u16string_view path) {
+    journal_.Step(u"query");
     journal_.Write(u"query " + std::u16string(path));
     for (const std::u16string& root : silentRoots) {
         if (Key(path).starts_with(root)) {
@@ -52,6 +53,7 @@ std::optional<FileFacts> FakeFiles::Query(std::u16string_view path) {
 }
 
 FolderListing FakeFiles::List(std::u16string_view folder) {
+    journal_.Step(u"list");
     const std::u16string key = Key(folder);
     if (!entries_.contains(key)) {
         throw Failure(failure_number::kInvalidArgument, u"There is no folder " + std::u16string(folder));
@@ -70,27 +72,32 @@ FolderListing FakeFiles::List(std::u16string_view folder) {
 }
 
 std::int32_t FakeShell::SmallIconIndex(std::u16string_view path) {
+    journal_.Step(u"icon");
     journal_.Write(u"icon " + std::u16string(path));
     return ExtensionOf(path) == u"doc" ? 3 : 7;
 }
 
 std::u16string FakeShell::TypeName(std::u16string_view path) {
+    journal_.Step(u"type");
     journal_.Write(u"type " + std::u16string(path));
     const std::u16string_view extension = ExtensionOf(path);
     return extension.empty() ? std::u16string() : std::u16string(extension) + u"-Datei";
 }
 
 bool FakeShell::HasOwnIcon(std::u16string_view path) {
+    journal_.Step(u"own icon");
     return ExtensionOf(path).empty() || ExtensionOf(path) == u"exe";
 }
 
 std::int64_t FakeShell::SmallIconList() {
+    journal_.Step(u"image list");
     journal_.Write(u"image list");
     return 4711;
 }
 
 std::optional<RegistryValue> FakeRegistry::Read(std::uint32_t root, std::u16string_view key,
                                                 std::u16string_view name) {
+    journal_.Step(u"registry");
     const auto found = values_.find(RegistryKey(root, key, name));
     return found == values_.end() ? std::nullopt : std::optional(found->second);
 }
@@ -106,6 +113,7 @@ void FakeRegistry::WriteNumber(std::uint32_t root, std::u16string_view key, std:
 }
 
 void FakeTimers::RunPending() {
+    journal_.Step(u"pump");
     journal_.Write(u"pump");
     if (onPending) {
         onPending();
@@ -113,6 +121,7 @@ void FakeTimers::RunPending() {
 }
 
 Value FakePictures::Picture(std::int32_t number) {
+    journal_.Step(u"picture");
     if (number != kMissingFilePicture && number != kLinkPicture) {
         throw Failure(failure_number::kBadIndex, u"No such picture");
     }

@@ -47,6 +47,7 @@ private:
 
 class FakeRegistry : public Registry {
 public:
+    explicit FakeRegistry(Journal& journal) : journal_(journal) {}
     std::optional<RegistryValue> Read(std::uint32_t root, std::u16string_view key,
                                       std::u16string_view name) override;
     void WriteText(std::uint32_t root, std::u16string_view key, std::u16string_view name,
@@ -55,21 +56,36 @@ public:
                      std::uint32_t number) override;
 
 private:
+    Journal& journal_;
     std::map<std::u16string, RegistryValue> values_;
 };
 
 class FakeSystemInfo : public SystemInfo {
 public:
-    std::optional<SystemVersion> Version() override { return version; }
+    explicit FakeSystemInfo(Journal& journal) : journal_(journal) {}
+    std::optional<SystemVersion> Version() override {
+        journal_.Step(u"version");
+        return version;
+    }
     std::int32_t PixelsPerInch() override { return pixelsPerInch; }
     std::optional<SystemVersion> version = SystemVersion{2, 6, 1};
     std::int32_t pixelsPerInch = 96;
+
+private:
+    Journal& journal_;
 };
 
 class FakeClock : public Clock {
 public:
-    Date Now() override { return now; }
+    explicit FakeClock(Journal& journal) : journal_(journal) {}
+    Date Now() override {
+        journal_.Step(u"clock");
+        return now;
+    }
     Date now{38000.5};
+
+private:
+    Journal& journal_;
 };
 
 class FakeTimers : public Timers {
@@ -84,9 +100,11 @@ private:
 
 class FakePictures : public Pictures {
 public:
+    explicit FakePictures(Journal& journal) : journal_(journal) {}
     Value Picture(std::int32_t number) override;
 
 private:
+    Journal& journal_;
     std::map<std::int32_t, Value> pictures_;
 };
 
@@ -101,12 +119,12 @@ struct FakePlatform {
     Journal journal;
     FakeFiles files{journal};
     FakeShell shell{journal};
-    FakeRegistry registry;
-    FakeSystemInfo system;
-    FakeClock clock;
+    FakeRegistry registry{journal};
+    FakeSystemInfo system{journal};
+    FakeClock clock{journal};
     FakeCulture locale;
     FakeTimers timers{journal};
-    FakePictures pictures;
+    FakePictures pictures{journal};
     FakeTrace trace;
     Platform ports{files, shell, registry, system, clock, locale, timers, pictures};
 };

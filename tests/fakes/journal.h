@@ -1,5 +1,7 @@
 #pragma once
 
+#include "automation/failure.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,6 +12,18 @@ namespace talvix {
 class Journal {
 public:
     void Write(std::u16string_view line) { lines_.emplace_back(line); }
+    /// One call out of the component; the planned one fails.
+    void Step(std::u16string_view what) {
+        ++steps;
+        if (failAt > 0 && (steps == failAt || (steps > failAt && failOn))) {
+            failed = what;
+            throw Failure(failure_number::kUnexpected, u"planned failure");
+        }
+    }
+    int steps = 0;
+    int failAt = 0;        ///< number of the step that fails, 0 for none
+    bool failOn = false;   ///< all steps from there on fail
+    std::u16string failed; ///< what was to be done when it failed last
     void Clear() { lines_.clear(); }
     const std::vector<std::u16string>& Lines() const { return lines_; }
     /// Number of lines that begin with `start`.

@@ -1,6 +1,7 @@
 #include "tests/fakes/main_rig.h"
 
 #include "automation/failure.h"
+#include "tests/fakes/stepping_object.h"
 
 namespace talvix {
 
@@ -31,16 +32,17 @@ Expando::Handler ByName(std::u16string_view key, Value element) {
 MainRig::MainRig()
     : model(std::make_shared<grid::GridModel>(fakes.locale)),
       gridObject(std::make_shared<grid::GridObject>(model)),
-      folderProperty(std::make_shared<Expando>(u"UserProperty")),
-      item(std::make_shared<Expando>(u"Item")), page(std::make_shared<Expando>(u"Page")),
+      folderProperty(std::make_shared<Expando>(u"UserProperty", &fakes.journal, true)),
+      item(std::make_shared<Expando>(u"Item", &fakes.journal, true)),
+      page(std::make_shared<Expando>(u"Page", &fakes.journal, true)),
       common(std::make_shared<Expando>(u"Common", &fakes.journal)),
       managing(std::make_shared<Expando>(u"Managing", &fakes.journal)),
       main(std::make_shared<Main>(fakes.ports, fakes.trace)) {
     folderProperty->With(u"Value", u"P:\\Proj");
-    page->On(u"Controls", ByName(u"DMSGrid", gridObject));
-    auto inspector = std::make_shared<Expando>(u"Inspector");
+    page->On(u"Controls", ByName(u"DMSGrid", std::make_shared<SteppingObject>(gridObject, fakes.journal)));
+    auto inspector = std::make_shared<Expando>(u"Inspector", &fakes.journal, true);
     inspector->On(u"ModifiedFormPages", ByName(u"Dokumente", page));
-    auto application = std::make_shared<Expando>(u"Application");
+    auto application = std::make_shared<Expando>(u"Application", &fakes.journal, true);
     application->With(u"Version", u"10.0.0.2627");
     item->With(u"GetInspector", inspector).With(u"Application", application);
     item->With(u"UserProperties", Collection(u"UserProperties", u"Speicherort Dokumente", folderProperty));

@@ -20,7 +20,8 @@ struct FakeFilesRig {
 struct FakeRegistryRig {
     Registry& Port() { return registry; }
     std::u16string Key() const { return u"Software\\Talvix\\Test"; }
-    FakeRegistry registry;
+    Journal journal;
+    FakeRegistry registry{journal};
 };
 
 } // namespace
