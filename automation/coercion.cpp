@@ -36,7 +36,8 @@ Value Plain(const Value& value) {
     RaiseMismatch(u"a plain value");
 }
 
-template <typename Kind> std::optional<double> NumberIn(const Kind& kind) {
+template <typename Kind>
+std::optional<double> NumberIn(const Kind& kind) {
     if constexpr (std::is_same_v<Kind, bool>) {
         return kind ? -1 : 0;
     } else if constexpr (std::is_arithmetic_v<Kind>) {

@@ -54,8 +54,8 @@ bool ReadTime(std::u16string_view text, CivilTime& time) {
 } // namespace
 
 Date ToDate(const CivilTime& time) {
-    const std::chrono::sys_days day{std::chrono::year{time.year} /
-                                    static_cast<int>(time.month) / static_cast<int>(time.day)};
+    const std::chrono::sys_days day{std::chrono::year{time.year} / static_cast<int>(time.month) /
+                                    static_cast<int>(time.day)};
     const auto days = static_cast<double>((day - kDayZero).count());
     const double fraction =
         static_cast<double>(time.hour * 3600 + time.minute * 60 + time.second) / kSecondsPerDay;

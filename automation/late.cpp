@@ -4,7 +4,9 @@
 
 namespace talvix {
 
-Late Late::operator[](std::u16string_view name) const { return Late(CallWith(name, {})); }
+Late Late::operator[](std::u16string_view name) const {
+    return Late(CallWith(name, {}));
+}
 
 Value Late::CallWith(std::u16string_view name, std::span<const Value> values) const {
     return InvokeByName(Target(), name, access::kCall, {values, {}});

@@ -16,10 +16,12 @@ public:
     /// Property or method without arguments.
     Late operator[](std::u16string_view name) const;
     /// Property or method with arguments.
-    template <typename... Args> Late operator()(std::u16string_view name, Args&&... args) const {
+    template <typename... Args>
+    Late operator()(std::u16string_view name, Args&&... args) const {
         return Late(Call(name, std::forward<Args>(args)...));
     }
-    template <typename... Args> Value Call(std::u16string_view name, Args&&... args) const {
+    template <typename... Args>
+    Value Call(std::u16string_view name, Args&&... args) const {
         const std::array<Value, sizeof...(Args)> values{Value(std::forward<Args>(args))...};
         return CallWith(name, values);
     }

@@ -8,7 +8,8 @@ std::optional<std::size_t> LateObject::FindParameter(MemberId, std::u16string_vi
     return std::nullopt;
 }
 
-Subscription LateObject::Subscribe(std::shared_ptr<EventSink>, std::span<const std::u16string_view>) {
+Subscription LateObject::Subscribe(std::shared_ptr<EventSink>,
+                                   std::span<const std::u16string_view>) {
     throw Failure(failure_number::kMemberNotFound, TypeName() + u" raises no events");
 }
 

@@ -17,12 +17,16 @@ std::size_t TableSize(std::size_t count) {
     return size;
 }
 
-std::u16string Quoted(std::u16string_view name) { return u"\"" + std::u16string(name) + u"\""; }
+std::u16string Quoted(std::u16string_view name) {
+    return u"\"" + std::u16string(name) + u"\"";
+}
 
 } // namespace
 
 MemberIndex::MemberIndex(std::vector<MemberShape> shapes, MemberId firstId)
-    : shapes_(std::move(shapes)), entries_(shapes_.size()), slots_(TableSize(shapes_.size()), -1),
+    : shapes_(std::move(shapes)),
+      entries_(shapes_.size()),
+      slots_(TableSize(shapes_.size()), -1),
       firstId_(firstId) {
     for (std::size_t place = 0; place < shapes_.size(); ++place) {
         Enter(place);
@@ -41,7 +45,8 @@ void MemberIndex::Enter(std::size_t place) {
         rest.remove_prefix(std::min(rest.size(), name.size() + 1));
         const bool optional = name.front() == u'[';
         entries_[place].required += optional ? 0 : 1;
-        entries_[place].parameters.push_back({optional ? name.substr(1, name.size() - 2) : name, optional});
+        entries_[place].parameters.push_back(
+            {optional ? name.substr(1, name.size() - 2) : name, optional});
     }
 }
 

@@ -26,7 +26,9 @@ public:
     const MemberShape& Check(MemberId member, unsigned access) const;
     std::size_t PlaceOf(MemberId member) const;
     /// Number of parameters, optional ones included.
-    std::size_t ParameterCount(MemberId member) const { return entries_[PlaceOf(member)].parameters.size(); }
+    std::size_t ParameterCount(MemberId member) const {
+        return entries_[PlaceOf(member)].parameters.size();
+    }
     /// Positions the arguments (named ones included) and fills gaps with Missing.
     void Arrange(MemberId member, std::span<const Value> values,
                  std::span<const std::u16string_view> names, std::vector<Value>& out) const;

@@ -17,13 +17,15 @@ struct MemberCall {
     const Value& At(std::size_t place) const { return arguments[place]; }
 };
 
-template <typename Target> struct Member {
+template <typename Target>
+struct Member {
     MemberShape shape;
     Value (*handler)(Target&, const MemberCall&);
 };
 
 /// The members of one class of objects, and how each is answered.
-template <typename Target> class MemberTable {
+template <typename Target>
+class MemberTable {
 public:
     explicit MemberTable(std::vector<Member<Target>> members, MemberId firstId = 1)
         : members_(std::move(members)), index_(ShapesOf(members_), firstId) {}
@@ -49,7 +51,8 @@ template <typename Target>
 Value MemberTable<Target>::Invoke(Target& target, MemberId member, unsigned access,
                                   Arguments arguments) const {
     const bool isPut = (access & access::kAnyPut) != 0;
-    const std::size_t count = arguments.values.size() - (isPut && !arguments.values.empty() ? 1 : 0);
+    const std::size_t count =
+        arguments.values.size() - (isPut && !arguments.values.empty() ? 1 : 0);
     const std::size_t known = index_.ParameterCount(member);
     if (count > known) {
         return Forward(target, member, access, arguments);
@@ -83,11 +86,13 @@ Value MemberTable<Target>::Forward(Target& target, MemberId member, unsigned acc
                       std::u16string(index_.Shapes()[index_.PlaceOf(member)].name) +
                           u" takes fewer arguments");
     }
-    return (*object)->Invoke(kDefaultMember, access, {arguments.values.subspan(own), arguments.names});
+    return (*object)->Invoke(kDefaultMember, access,
+                             {arguments.values.subspan(own), arguments.names});
 }
 
 /// A late object that answers from the member table `Derived::Members()`.
-template <typename Derived> class Tabled : public LateObject {
+template <typename Derived>
+class Tabled : public LateObject {
 public:
     std::optional<MemberId> FindMember(std::u16string_view name) override {
         return Derived::Members().Index().Find(name);

@@ -11,10 +11,12 @@ namespace talvix {
 /// noted in the trace, the next one runs.
 class ResumeNext {
 public:
-    ResumeNext(Trace& trace, std::u16string_view procedure) : trace_(trace), procedure_(procedure) {}
+    ResumeNext(Trace& trace, std::u16string_view procedure)
+        : trace_(trace), procedure_(procedure) {}
 
     /// Runs one statement; false when it failed.
-    template <typename Statement> bool operator()(Statement&& statement) noexcept {
+    template <typename Statement>
+    bool operator()(Statement&& statement) noexcept {
         try {
             statement();
             return true;
@@ -24,7 +26,8 @@ public:
         }
     }
     /// Runs one condition; a failing one counts as false.
-    template <typename Condition> bool If(Condition&& condition) noexcept {
+    template <typename Condition>
+    bool If(Condition&& condition) noexcept {
         bool result = false;
         (*this)([&] { result = condition(); });
         return result;

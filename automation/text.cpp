@@ -11,8 +11,12 @@ namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-bool IsHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-bool IsLowSurrogate(char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+bool IsHighSurrogate(char16_t unit) {
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
+bool IsLowSurrogate(char16_t unit) {
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
 
 char32_t NextCodePoint(std::u16string_view text, std::size_t& at) {
     const char16_t unit = text[at++];
@@ -107,7 +111,8 @@ std::u16string_view Mid(std::u16string_view text, std::size_t start) {
     return start == 0 || start > text.size() ? std::u16string_view() : text.substr(start - 1);
 }
 
-std::u16string Replace(std::u16string_view text, std::u16string_view what, std::u16string_view with) {
+std::u16string Replace(std::u16string_view text, std::u16string_view what,
+                       std::u16string_view with) {
     std::u16string result;
     std::size_t from = 0;
     while (!what.empty()) {
@@ -158,7 +163,8 @@ bool SameName(std::u16string_view left, std::u16string_view right) {
     if (left.size() != right.size()) {
         return false;
     }
-    if (left.empty() || std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0) {
+    if (left.empty() ||
+        std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0) {
         return true;
     }
     for (std::size_t at = 0; at < left.size(); ++at) {

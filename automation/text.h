@@ -14,7 +14,8 @@ std::u16string_view Left(std::u16string_view text, std::size_t count);
 /// From the `start`-th character (counted from 1) to the end; empty when start is past the end.
 std::u16string_view Mid(std::u16string_view text, std::size_t start);
 /// Every occurrence of `what` replaced; an empty `what` replaces nothing.
-std::u16string Replace(std::u16string_view text, std::u16string_view what, std::u16string_view with);
+std::u16string Replace(std::u16string_view text, std::u16string_view what,
+                       std::u16string_view with);
 /// Decimal digits with a sign where negative; never grouped.
 std::u16string DecimalText(long long number);
 /// The number that the text begins with: blanks, a sign, digits and a point are read, what follows
@@ -25,14 +26,18 @@ std::optional<double> PlainNumber(std::u16string_view text);
 
 /// ASCII letters lower-cased, all other characters as they are.
 constexpr char16_t FoldAscii(char16_t character) {
-    return character >= u'A' && character <= u'Z' ? static_cast<char16_t>(character + 32) : character;
+    return character >= u'A' && character <= u'Z' ? static_cast<char16_t>(character + 32)
+                                                  : character;
 }
 /// Equality without ASCII case: the rule for member names.
 bool SameName(std::u16string_view left, std::u16string_view right);
 /// A hash of a text, four units at a time, each taken with the bits of `always` set.
 std::size_t UnitHash(std::u16string_view text, char16_t always = 0);
-/// A hash that is equal for names that differ in ASCII case only: capitals and small letters differ in one bit.
-inline std::size_t NameHash(std::u16string_view name) { return UnitHash(name, 0x20); }
+/// A hash that is equal for names that differ in ASCII case only: capitals and small letters differ
+/// in one bit.
+inline std::size_t NameHash(std::u16string_view name) {
+    return UnitHash(name, 0x20);
+}
 
 /// Unpaired surrogates become U+FFFD.
 std::string ToUtf8(std::u16string_view text);

@@ -48,9 +48,9 @@ struct ErrorCode {
 /// the edge, and no C++ type slips in by conversion.
 class Value {
 public:
-    using Storage = std::variant<Empty, Null, Missing, bool, std::uint8_t, std::int16_t, std::int32_t,
-                                 std::int64_t, float, double, Currency, Date, std::u16string, Object,
-                                 List, ErrorCode>;
+    using Storage = std::variant<Empty, Null, Missing, bool, std::uint8_t, std::int16_t,
+                                 std::int32_t, std::int64_t, float, double, Currency, Date,
+                                 std::u16string, Object, List, ErrorCode>;
 
     Value() = default;
     Value(Empty) {}
@@ -72,13 +72,19 @@ public:
     Value(List value) : storage_(std::move(value)) {}
     Value(ErrorCode value) : storage_(value) {}
     template <typename Derived>
-        requires std::derived_from<Derived, LateObject>
-    Value(std::shared_ptr<Derived> value) : storage_(Object(std::move(value))) {}
+    requires std::derived_from<Derived, LateObject> Value(std::shared_ptr<Derived> value)
+        : storage_(Object(std::move(value))) {}
     template <typename Other>
     Value(Other) = delete;
 
-    template <typename Kind> bool Is() const { return std::holds_alternative<Kind>(storage_); }
-    template <typename Kind> const Kind* If() const { return std::get_if<Kind>(&storage_); }
+    template <typename Kind>
+    bool Is() const {
+        return std::holds_alternative<Kind>(storage_);
+    }
+    template <typename Kind>
+    const Kind* If() const {
+        return std::get_if<Kind>(&storage_);
+    }
     const Storage& Content() const { return storage_; }
 
     /// True for Empty, and for arguments that were left out.
@@ -96,6 +102,8 @@ private:
 };
 
 /// Nothing: an object variable that refers to no object.
-inline Value Nothing() { return Value(Object()); }
+inline Value Nothing() {
+    return Value(Object());
+}
 
 } // namespace talvix

@@ -5,10 +5,10 @@
 
 #include <windows.h>
 #include <ole2.h>
-#include <psapi.h>
 
 #include <algorithm>
 #include <cstdio>
+#include <psapi.h>
 #include <vector>
 
 namespace talvix::bench {
@@ -21,7 +21,8 @@ double Now() {
     return static_cast<double>(count.QuadPart) / static_cast<double>(frequency.QuadPart);
 }
 
-void Compare(const char* what, const std::function<double()>& a, const std::function<double()>& b, int pairs) {
+void Compare(const char* what, const std::function<double()>& a, const std::function<double()>& b,
+             int pairs) {
     a();
     b();
     std::vector<double> ratios;
@@ -35,8 +36,9 @@ void Compare(const char* what, const std::function<double()>& a, const std::func
         ratios.push_back(timeA / timeB);
     }
     std::sort(ratios.begin(), ratios.end());
-    std::printf("%-60s %8.3f  (%.3f to %.3f; %.1f ms against %.1f ms)\n", what, ratios[ratios.size() / 2], ratios.front(),
-                ratios.back(), sumA * 1000 / pairs, sumB * 1000 / pairs);
+    std::printf("%-60s %8.3f  (%.3f to %.3f; %.1f ms against %.1f ms)\n", what,
+                ratios[ratios.size() / 2], ratios.front(), ratios.back(), sumA * 1000 / pairs,
+                sumB * 1000 / pairs);
     std::fflush(stdout);
 }
 
@@ -45,7 +47,8 @@ ComPtr<IDispatch> Create(std::u16string_view programId) {
     const std::u16string name(programId);
     ComPtr<IDispatch> object;
     if (FAILED(CLSIDFromProgID(Wide(name), &id)) ||
-        FAILED(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.OutAny()))) {
+        FAILED(
+            CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.OutAny()))) {
         std::printf("%s cannot be created\n", ToUtf8(name).c_str());
         std::exit(2);
     }
@@ -63,8 +66,9 @@ std::size_t ResidentBytes() {
 int main(int count, char** arguments) {
     OleInitialize(nullptr);
     const std::string what = count > 1 ? arguments[1] : "";
-    const int result = what == "import" && count > 2 ? talvix::bench::ImportBench(talvix::FromUtf8(arguments[2]))
-                                                     : talvix::bench::GridBench(what);
+    const int result = what == "import" && count > 2
+                           ? talvix::bench::ImportBench(talvix::FromUtf8(arguments[2]))
+                           : talvix::bench::GridBench(what);
     OleUninitialize();
     return result;
 }

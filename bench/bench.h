@@ -13,9 +13,12 @@ namespace talvix::bench {
 
 /// Seconds of a steady clock.
 double Now();
-/// Runs two jobs in turn, A-B-A-B, after a warm-up, and prints the median and the range of the paired ratios A/B.
-void Compare(const char* what, const std::function<double()>& a, const std::function<double()>& b, int pairs);
-/// An object of a class; the manifest of the program or the registration leads to it. Ends the program when there is none.
+/// Runs two jobs in turn, A-B-A-B, after a warm-up, and prints the median and the range of the
+/// paired ratios A/B.
+void Compare(const char* what, const std::function<double()>& a, const std::function<double()>& b,
+             int pairs);
+/// An object of a class; the manifest of the program or the registration leads to it. Ends the
+/// program when there is none.
 ComPtr<IDispatch> Create(std::u16string_view programId);
 /// Bytes of this process that lie in memory.
 std::size_t ResidentBytes();

@@ -1,5 +1,5 @@
-// Filling 100,000 rows of 15 cells: the grid through IDispatch with names looked up every time, a vector of texts, and the
-// system's list view. All three hold the same texts afterwards.
+// Filling 100,000 rows of 15 cells: the grid through IDispatch with names looked up every time, a
+// vector of texts, and the system's list view. All three hold the same texts afterwards.
 #include "automation/text.h"
 #include "bench/bench.h"
 #include "platform/win32/com/bstr.h"
@@ -18,10 +18,21 @@ namespace {
 
 constexpr int kRows = 100000;
 constexpr int kColumns = 15;
-constexpr const char16_t* kKeys[kColumns] = {
-    u"ID", u"ObjectType", u"Icon", u"Subject", u"ItemSize", u"ObjectDescription", u"Creator", u"CreationDate",
-    u"LastModificationBy", u"ModificationDate", u"Status", u"LongDescription", u"PhysicalStore1", u"PhysicalStore2",
-    u"PhysicalStore3"};
+constexpr const char16_t* kKeys[kColumns] = {u"ID",
+                                             u"ObjectType",
+                                             u"Icon",
+                                             u"Subject",
+                                             u"ItemSize",
+                                             u"ObjectDescription",
+                                             u"Creator",
+                                             u"CreationDate",
+                                             u"LastModificationBy",
+                                             u"ModificationDate",
+                                             u"Status",
+                                             u"LongDescription",
+                                             u"PhysicalStore1",
+                                             u"PhysicalStore2",
+                                             u"PhysicalStore3"};
 
 /// What a cell of a document list typically holds.
 std::u16string CellText(int row, int column) {
@@ -44,7 +55,8 @@ std::u16string CellText(int row, int column) {
     case 10:
         return u"offen";
     case 12:
-        return u"\\\\server\\daten\\Projekte\\4711\\Berichte\\Bericht über Bauabschnitt " + DecimalText(row) + u".doc";
+        return u"\\\\server\\daten\\Projekte\\4711\\Berichte\\Bericht über Bauabschnitt " +
+               DecimalText(row) + u".doc";
     case 13:
         return u"\\Berichte";
     default:
@@ -62,7 +74,8 @@ DISPID IdOf(IDispatch* object, const wchar_t* name) {
 ComPtr<IDispatch> Child(IDispatch* object, const wchar_t* name, WORD flags) {
     DISPPARAMS none{};
     VARIANT result{};
-    object->Invoke(IdOf(object, name), IID_NULL, LOCALE_USER_DEFAULT, flags, &none, &result, nullptr, nullptr);
+    object->Invoke(IdOf(object, name), IID_NULL, LOCALE_USER_DEFAULT, flags, &none, &result,
+                   nullptr, nullptr);
     return ComPtr<IDispatch>::Adopt(result.pdispVal);
 }
 
@@ -74,7 +87,8 @@ void PutCell(IDispatch* row, BSTR key, BSTR text) {
     arguments[0].vt = VT_BSTR;
     arguments[0].bstrVal = text;
     DISPPARAMS parameters{arguments, &put, 2, 1};
-    row->Invoke(IdOf(row, L"Value"), IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT, &parameters, nullptr, nullptr, nullptr);
+    row->Invoke(IdOf(row, L"Value"), IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT,
+                &parameters, nullptr, nullptr, nullptr);
 }
 
 /// The texts as the caller has them, made once: they are no part of what is measured.
@@ -102,7 +116,8 @@ ComPtr<IDispatch> FillGrid(const Texts& texts) {
         argument.vt = VT_BSTR;
         argument.bstrVal = key;
         DISPPARAMS parameters{&argument, nullptr, 1, 0};
-        columns->Invoke(IdOf(columns.Get(), L"Add"), IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr);
+        columns->Invoke(IdOf(columns.Get(), L"Add"), IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
+                        &parameters, nullptr, nullptr, nullptr);
     }
     const ComPtr<IDispatch> rows = Child(grid.Get(), L"Rows", DISPATCH_PROPERTYGET);
     for (int row = 0; row < kRows; ++row) {
@@ -122,19 +137,22 @@ Vector FillVector(const Texts& texts) {
     for (int row = 0; row < kRows; ++row) {
         std::vector<std::u16string>& added = rows.emplace_back(kColumns);
         for (int column = 0; column < kColumns; ++column) {
-            added[static_cast<std::size_t>(column)] = Bstr::View(texts.cells[static_cast<std::size_t>(row * kColumns + column)]);
+            added[static_cast<std::size_t>(column)] =
+                Bstr::View(texts.cells[static_cast<std::size_t>(row * kColumns + column)]);
         }
     }
     return rows;
 }
 
 HWND FillListView(const Texts& texts) {
-    const HWND list = CreateWindowExW(0, WC_LISTVIEWW, L"", WS_POPUP | LVS_REPORT, 0, 0, 600, 400, nullptr, nullptr, nullptr, nullptr);
+    const HWND list = CreateWindowExW(0, WC_LISTVIEWW, L"", WS_POPUP | LVS_REPORT, 0, 0, 600, 400,
+                                      nullptr, nullptr, nullptr, nullptr);
     for (int column = 0; column < kColumns; ++column) {
         LVCOLUMNW design{};
         design.mask = LVCF_WIDTH;
         design.cx = 80;
-        SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&design));
+        SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(column),
+                     reinterpret_cast<LPARAM>(&design));
     }
     SendMessageW(list, WM_SETREDRAW, FALSE, 0);
     SendMessageW(list, LVM_SETITEMCOUNT, kRows, 0);
@@ -145,14 +163,16 @@ HWND FillListView(const Texts& texts) {
             item.iItem = row;
             item.iSubItem = column;
             item.pszText = texts.cells[static_cast<std::size_t>(row * kColumns + column)];
-            SendMessageW(list, column == 0 ? LVM_INSERTITEMW : LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+            SendMessageW(list, column == 0 ? LVM_INSERTITEMW : LVM_SETITEMW, 0,
+                         reinterpret_cast<LPARAM>(&item));
         }
     }
     return list;
 }
 
 /// Seconds until the work's result is there; letting go of it is not counted.
-template <typename Work> double Timed(Work&& work) {
+template <typename Work>
+double Timed(Work&& work) {
     const double start = Now();
     [[maybe_unused]] const auto result = work();
     return Now() - start;

@@ -1,5 +1,5 @@
-// Reading a folder in and opening a stored list: the time per file for growing numbers of files. FOLDER holds the folders 1000,
-// 4000 and 16000 with as many files each.
+// Reading a folder in and opening a stored list: the time per file for growing numbers of files.
+// FOLDER holds the folders 1000, 4000 and 16000 with as many files each.
 #include "automation/text.h"
 #include "bench/bench.h"
 #include "platform/win32/com/dispatch_object.h"
@@ -61,8 +61,9 @@ int ImportBench(const std::u16string& folder) {
         const double open = times.open / count;
         importOfFirst = importOfFirst == 0 ? import : importOfFirst;
         openOfFirst = openOfFirst == 0 ? open : openOfFirst;
-        std::printf("%6d files: import %6.1f us per file (%.2fx), opening %6.1f us per row (%.2fx)\n", count, import * 1e6,
-                    import / importOfFirst, open * 1e6, open / openOfFirst);
+        std::printf(
+            "%6d files: import %6.1f us per file (%.2fx), opening %6.1f us per row (%.2fx)\n",
+            count, import * 1e6, import / importOfFirst, open * 1e6, open / openOfFirst);
     }
     return 0;
 }

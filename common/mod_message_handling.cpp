@@ -7,7 +7,8 @@ namespace {
 constexpr std::int32_t kInformationStyle = 64;
 constexpr const char16_t* kUserText =
     u"Um automatisch einen Projektordner erstellen zu können, werden noch Angaben benötigt. Bitte "
-    u"ergänzen Sie die Informationen bevor Sie fortfahren.\r\nSie können den Speicherort alternativ "
+    u"ergänzen Sie die Informationen bevor Sie fortfahren.\r\nSie können den Speicherort "
+    u"alternativ "
     u"auch manuell angeben. ";
 
 } // namespace

@@ -36,7 +36,8 @@ struct Attachment {
 class PassScope {
 public:
     explicit PassScope(Attachment& attachment)
-        : attachment_(attachment), pass_(attachment.platform, attachment.trace),
+        : attachment_(attachment),
+          pass_(attachment.platform, attachment.trace),
           outer_(attachment.pass) {
         attachment_.pass = &pass_;
     }

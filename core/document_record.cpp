@@ -33,6 +33,8 @@ constexpr DocumentColumn kColumns[] = {
 
 } // namespace
 
-std::span<const DocumentColumn> DocumentColumns() { return kColumns; }
+std::span<const DocumentColumn> DocumentColumns() {
+    return kColumns;
+}
 
 } // namespace talvix

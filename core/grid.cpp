@@ -27,11 +27,17 @@ std::int32_t Number(const Value& value) {
 
 } // namespace
 
-bool GridRow::IsGroup() const { return Number(row_.Call(u"IsGroup")) != 0; }
+bool GridRow::IsGroup() const {
+    return Number(row_.Call(u"IsGroup")) != 0;
+}
 
-std::int32_t GridRow::Id() const { return Number(row_.Call(u"Id")); }
+std::int32_t GridRow::Id() const {
+    return Number(row_.Call(u"Id"));
+}
 
-Value GridRow::Get(std::u16string_view key) const { return row_.Call(u"Value", key); }
+Value GridRow::Get(std::u16string_view key) const {
+    return row_.Call(u"Value", key);
+}
 
 void GridRow::Set(std::u16string_view key, const Value& value) const {
     row_.SetAt(u"Value", key, value);
@@ -41,32 +47,54 @@ void GridRow::SetPicture(std::u16string_view key, const Value& picture) const {
     row_.SetAt(u"Picture", key, picture);
 }
 
-void GridColumn::SetCaption(std::u16string_view caption) const { column_.Set(u"Caption", caption); }
+void GridColumn::SetCaption(std::u16string_view caption) const {
+    column_.Set(u"Caption", caption);
+}
 
-void GridColumn::SetDataType(std::int32_t dataType) const { column_.Set(u"DataType", dataType); }
+void GridColumn::SetDataType(std::int32_t dataType) const {
+    column_.Set(u"DataType", dataType);
+}
 
-void GridColumn::SetWidth(std::int32_t width) const { column_.Set(u"Width", width); }
+void GridColumn::SetWidth(std::int32_t width) const {
+    column_.Set(u"Width", width);
+}
 
 void GridColumn::SetAlignment(std::int32_t alignment) const {
     column_.Set(u"Alignment", alignment);
     column_.Set(u"HeaderAlignment", alignment);
 }
 
-void GridColumn::SetHidden(bool hidden) const { column_.Set(u"Hidden", hidden); }
+void GridColumn::SetHidden(bool hidden) const {
+    column_.Set(u"Hidden", hidden);
+}
 
-void Grid::SetRedraw(bool on) const { grid_.Set(u"Redraw", on); }
+void Grid::SetRedraw(bool on) const {
+    grid_.Set(u"Redraw", on);
+}
 
-void Grid::SetMultiSelect(bool on) const { grid_.Set(u"MultiSelect", on); }
+void Grid::SetMultiSelect(bool on) const {
+    grid_.Set(u"MultiSelect", on);
+}
 
-void Grid::SetFullRowSelect(bool on) const { grid_.Set(u"FullRowSelect", on); }
+void Grid::SetFullRowSelect(bool on) const {
+    grid_.Set(u"FullRowSelect", on);
+}
 
-void Grid::SetAllowEdit(bool on) const { grid_.Set(u"AllowEdit", on); }
+void Grid::SetAllowEdit(bool on) const {
+    grid_.Set(u"AllowEdit", on);
+}
 
-void Grid::SetHeaderVisible(bool on) const { grid_.Set(u"HeaderVisible", on); }
+void Grid::SetHeaderVisible(bool on) const {
+    grid_.Set(u"HeaderVisible", on);
+}
 
-void Grid::SetGroupByBox(bool on) const { grid_.Set(u"GroupByBox", on); }
+void Grid::SetGroupByBox(bool on) const {
+    grid_.Set(u"GroupByBox", on);
+}
 
-void Grid::SetGroupByBoxText(std::u16string_view text) const { grid_.Set(u"GroupByBoxText", text); }
+void Grid::SetGroupByBoxText(std::u16string_view text) const {
+    grid_.Set(u"GroupByBoxText", text);
+}
 
 void Grid::SetImageList(std::int64_t handle) const {
     // A 32-bit host's grid knows Long only; handles of image lists fit where the process is 32-bit.
@@ -82,25 +110,37 @@ GridColumn Grid::ColumnAt(std::u16string_view key) const {
     return GridColumn(grid_(u"Columns", key));
 }
 
-std::int32_t Grid::RowCount() const { return Number(grid_[u"Rows"].Call(u"Count")); }
+std::int32_t Grid::RowCount() const {
+    return Number(grid_[u"Rows"].Call(u"Count"));
+}
 
-GridRow Grid::RowAt(std::int32_t number) const { return GridRow(grid_(u"Rows", number)); }
+GridRow Grid::RowAt(std::int32_t number) const {
+    return GridRow(grid_(u"Rows", number));
+}
 
-GridRow Grid::AddRow() const { return GridRow(grid_[u"Rows"][u"Add"]); }
+GridRow Grid::AddRow() const {
+    return GridRow(grid_[u"Rows"][u"Add"]);
+}
 
 std::int32_t Grid::Find(std::u16string_view key, const Value& value) const {
     return Number(grid_.Call(u"Find", key, value));
 }
 
-void Grid::RefreshRows() const { grid_.Call(u"RefreshRows", kAll, kAll); }
+void Grid::RefreshRows() const {
+    grid_.Call(u"RefreshRows", kAll, kAll);
+}
 
-void Grid::RefreshSort() const { grid_.Call(u"RefreshSort", kAll, kAll); }
+void Grid::RefreshSort() const {
+    grid_.Call(u"RefreshSort", kAll, kAll);
+}
 
 void Grid::RefreshSortWithEmptyList() const {
     grid_.Call(u"RefreshSort", kAll, kAll, List(std::make_shared<const std::vector<Value>>()));
 }
 
-void Grid::Expand() const { grid_.Call(u"Expand"); }
+void Grid::Expand() const {
+    grid_.Call(u"Expand");
+}
 
 Subscription Grid::Connect(std::shared_ptr<EventSink> sink) const {
     return grid_.Target().Subscribe(std::move(sink), kEvents);

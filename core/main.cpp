@@ -51,9 +51,9 @@ void Main::StoreSibling(Late& sibling, const Value& object) {
 
 void Main::DereferenceLibraries() {
     ResumeNext next{attachment_.trace, u"DereferenceLibraries"};
-    for (Late* sibling : {&attachment_.talvixExport, &attachment_.talvixControlling,
-                          &attachment_.talvixBudgets, &attachment_.talvixPlanning,
-                          &attachment_.talvixManaging, &attachment_.talvixCommon}) {
+    for (Late* sibling :
+         {&attachment_.talvixExport, &attachment_.talvixControlling, &attachment_.talvixBudgets,
+          &attachment_.talvixPlanning, &attachment_.talvixManaging, &attachment_.talvixCommon}) {
         next([&] { *sibling = Late(); });
     }
 }
@@ -92,6 +92,8 @@ void Main::AddFile(std::u16string_view physicalStore1, std::u16string_view subje
                     modificationDate);
 }
 
-void Main::AddFilesFromProjectFolderEvent() { ImportProjectFolder(attachment_); }
+void Main::AddFilesFromProjectFolderEvent() {
+    ImportProjectFolder(attachment_);
+}
 
 } // namespace talvix

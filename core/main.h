@@ -4,7 +4,6 @@
 #include "core/grid_events.h"
 #include "operations/add_document.h"
 
-
 namespace talvix {
 
 /// The component's one public class: it attaches to a host and its document grid, and does what the

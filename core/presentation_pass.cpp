@@ -22,7 +22,8 @@ std::u16string_view NetworkRoot(std::u16string_view path) {
 /// The extension with its dot; "" for a name without one.
 std::u16string_view Extension(std::u16string_view path) {
     const std::size_t at = path.find_last_of(u".\\:");
-    return at == std::u16string_view::npos || path[at] != u'.' ? std::u16string_view() : path.substr(at);
+    return at == std::u16string_view::npos || path[at] != u'.' ? std::u16string_view()
+                                                               : path.substr(at);
 }
 
 } // namespace

@@ -24,7 +24,9 @@ std::u16string SizeText(std::int64_t length, const Culture& locale) {
 class RowPresenter {
 public:
     RowPresenter(Attachment& attachment, const GridRow& row, bool refreshTypeText)
-        : attachment_(attachment), row_(row), refreshTypeText_(refreshTypeText),
+        : attachment_(attachment),
+          row_(row),
+          refreshTypeText_(refreshTypeText),
           next_(attachment.trace, u"PresentRow") {}
 
     void Present() {
@@ -47,7 +49,8 @@ public:
 private:
     void DescribeFile() {
         std::u16string path;
-        next_([&] { path = ToText(row_.Get(field::kPhysicalStore1), attachment_.platform.locale); });
+        next_(
+            [&] { path = ToText(row_.Get(field::kPhysicalStore1), attachment_.platform.locale); });
         std::optional<FileFacts> facts;
         next_([&] { facts = attachment_.pass->Query(path); });
         if (!facts || facts->isFolder) {
@@ -72,9 +75,8 @@ private:
     }
 
     void ShowPicture(std::int32_t number) {
-        next_([&] {
-            row_.SetPicture(field::kIcon, attachment_.platform.pictures.Picture(number));
-        });
+        next_(
+            [&] { row_.SetPicture(field::kIcon, attachment_.platform.pictures.Picture(number)); });
     }
 
     void Write() {

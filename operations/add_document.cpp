@@ -70,9 +70,9 @@ void AddDMSItem(Attachment& attachment, const DocumentRecord& record, const Item
     }
 }
 
-void AddFile(Attachment& attachment, std::u16string_view physicalStore1, std::u16string_view subject,
-             std::u16string_view status, std::u16string_view longDescription, Date creationDate,
-             Date modificationDate) {
+void AddFile(Attachment& attachment, std::u16string_view physicalStore1,
+             std::u16string_view subject, std::u16string_view status,
+             std::u16string_view longDescription, Date creationDate, Date modificationDate) {
     ResumeNext next{attachment.trace, u"AddFile"};
     for (Date* date : {&creationDate, &modificationDate}) {
         if (date->days == 0) {

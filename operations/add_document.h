@@ -18,8 +18,9 @@ struct ItemFiling {
 void AddDMSItem(Attachment& attachment, const DocumentRecord& record, const ItemFiling& filing);
 
 /// Adds a file that lies in its final place. A date of 0 becomes the current date and time.
-void AddFile(Attachment& attachment, std::u16string_view physicalStore1, std::u16string_view subject,
-             std::u16string_view status, std::u16string_view longDescription, Date creationDate = {},
+void AddFile(Attachment& attachment, std::u16string_view physicalStore1,
+             std::u16string_view subject, std::u16string_view status,
+             std::u16string_view longDescription, Date creationDate = {},
              Date modificationDate = {});
 
 } // namespace talvix

@@ -8,7 +8,8 @@ namespace {
 
 class Entries {
 public:
-    void Add(const std::u16string& key, std::u16string_view name, std::u16string_view text, bool shared) {
+    void Add(const std::u16string& key, std::u16string_view name, std::u16string_view text,
+             bool shared) {
         list_.push_back({key, std::u16string(name), std::u16string(text), shared});
     }
     std::vector<RegistrationEntry> Take() { return std::move(list_); }
@@ -57,7 +58,8 @@ void AddLibrary(Entries& entries, const ServerIdentity& identity, std::u16string
 
 } // namespace
 
-std::vector<RegistrationEntry> RegistrationEntries(const ServerIdentity& identity, std::u16string_view module) {
+std::vector<RegistrationEntry> RegistrationEntries(const ServerIdentity& identity,
+                                                   std::u16string_view module) {
     Entries entries;
     AddClass(entries, identity, module);
     if (identity.isControl) {

@@ -9,9 +9,9 @@ namespace talvix {
 
 /// What a COM server tells the registry about itself.
 struct ServerIdentity {
-    std::u16string classId;     ///< "{…}"
-    std::u16string libraryId;   ///< "{…}"
-    std::u16string programId;   ///< version-independent, such as "TalvixDMS.Main"
+    std::u16string classId;   ///< "{…}"
+    std::u16string libraryId; ///< "{…}"
+    std::u16string programId; ///< version-independent, such as "TalvixDMS.Main"
     std::u16string description;
     bool isControl = false;
     std::uint32_t miscStatus = 0; ///< of a control
@@ -28,6 +28,7 @@ struct RegistrationEntry {
 };
 
 /// All entries of a server whose module lies at `module`, parents before children.
-std::vector<RegistrationEntry> RegistrationEntries(const ServerIdentity& identity, std::u16string_view module);
+std::vector<RegistrationEntry> RegistrationEntries(const ServerIdentity& identity,
+                                                   std::u16string_view module);
 
 } // namespace talvix

@@ -15,7 +15,7 @@ inline constexpr std::uint32_t kRegistryNumber = 4; ///< REG_DWORD
 
 struct RegistryValue {
     std::uint32_t type = 0;
-    std::u16string text;      ///< the stored units of a text value, its closing NUL included if stored
+    std::u16string text; ///< the stored units of a text value, its closing NUL included if stored
     std::uint32_t number = 0; ///< of a number value
 };
 

@@ -6,11 +6,11 @@
 namespace talvix {
 
 const ServerClass& Server() {
-    static const ServerClass server{
-        CLSID_Main,
-        {GuidText(CLSID_Main), GuidText(LIBID_TalvixDMS), u"TalvixDMS.Main",
-         u"TalvixDMS Dokumentenverwaltung", false, 0, sizeof(void*) == 8},
-        MakeMain};
+    static const ServerClass server{CLSID_Main,
+                                    {GuidText(CLSID_Main), GuidText(LIBID_TalvixDMS),
+                                     u"TalvixDMS.Main", u"TalvixDMS Dokumentenverwaltung", false, 0,
+                                     sizeof(void*) == 8},
+                                    MakeMain};
     return server;
 }
 

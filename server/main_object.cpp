@@ -11,16 +11,20 @@ constexpr unsigned kGetPut = access::kGet | access::kPut;
 
 using Call = MemberCall;
 
-/// An argument as a procedure of ours wants it; what has no meaning there gives the kind's empty value.
+/// An argument as a procedure of ours wants it; what has no meaning there gives the kind's empty
+/// value.
 class ArgumentReader {
 public:
-    ArgumentReader(MainObject& object, const Call& call) : locale_(object.main->Ports().locale), call_(call) {}
+    ArgumentReader(MainObject& object, const Call& call)
+        : locale_(object.main->Ports().locale), call_(call) {}
 
     std::u16string Text(std::size_t place) const {
-        return Read(std::u16string(), place, [&](const Value& value) { return ToText(value, locale_); });
+        return Read(std::u16string(), place,
+                    [&](const Value& value) { return ToText(value, locale_); });
     }
     std::int32_t Long(std::size_t place) const {
-        return Read(std::int32_t{0}, place, [&](const Value& value) { return ToLong(value, locale_); });
+        return Read(std::int32_t{0}, place,
+                    [&](const Value& value) { return ToLong(value, locale_); });
     }
     bool Truth(std::size_t place) const {
         return Read(false, place, [&](const Value& value) { return ToBoolean(value, locale_); });
@@ -46,7 +50,8 @@ private:
 };
 
 Value ReferenceLibraries(MainObject& object, const Call& call) {
-    object.main->ReferenceLibraries(call.At(0), call.At(1), call.At(2), call.At(3), call.At(4), call.At(5));
+    object.main->ReferenceLibraries(call.At(0), call.At(1), call.At(2), call.At(3), call.At(4),
+                                    call.At(5));
     return {};
 }
 
@@ -70,7 +75,8 @@ Value AddDMSItem(MainObject& object, const Call& call) {
 
 Value AddFile(MainObject& object, const Call& call) {
     const ArgumentReader read(object, call);
-    object.main->AddFile(read.Text(0), read.Text(1), read.Text(2), read.Text(3), read.When(4), read.When(5));
+    object.main->AddFile(read.Text(0), read.Text(1), read.Text(2), read.Text(3), read.When(4),
+                         read.When(5));
     return {};
 }
 
@@ -91,9 +97,12 @@ Value AddingFile(MainObject& object, const Call& call) {
 }
 
 /// A member whose work is not there yet.
-Value NotYet(MainObject&, const Call&) { return {}; }
+Value NotYet(MainObject&, const Call&) {
+    return {};
+}
 
-template <void (Main::*procedure)()> Value Run(MainObject& object, const Call&) {
+template <void (Main::*procedure)()>
+Value Run(MainObject& object, const Call&) {
     (object.main.get()->*procedure)();
     return {};
 }
@@ -102,32 +111,37 @@ template <void (Main::*procedure)()> Value Run(MainObject& object, const Call&) 
 std::vector<Member<MainObject>> Table() {
     return {
         {{u"ReferenceLibraries", kMethod,
-          u"[TalvixCommon] [TalvixManaging] [TalvixPlanning] [TalvixBudgets] [TalvixControlling] [TalvixExport]"},
+          u"[TalvixCommon] [TalvixManaging] [TalvixPlanning] [TalvixBudgets] [TalvixControlling] "
+          u"[TalvixExport]"},
          ReferenceLibraries},
         {{u"DereferenceLibraries", kMethod, u""}, Run<&Main::DereferenceLibraries>},
         {{u"InitSGDMS", kMethod, u""}, Run<&Main::InitSGDMS>},
         {{u"Init", kMethod, u""}, Run<&Main::Init>},
         {{u"btnOpenFolder_Click", kMethod, u""}, NotYet},
         {{u"AddDMSItem", kMethod,
-          u"[ObjectType] [Subject] [Creator] [CreationDateTime] [LastModificationBy] [ModificationDateTime] "
+          u"[ObjectType] [Subject] [Creator] [CreationDateTime] [LastModificationBy] "
+          u"[ModificationDateTime] "
           u"[Status] [LongDescription] [PhysicalStore1] [PhysicalStore2] [PhysicalStore3] [olItem] "
           u"[ItemOperation] [WriteToBody] [Subfolder]"},
          AddDMSItem},
         {{u"AddFile", kMethod,
-          u"[PhysicalStore1] [Subject] [Status] [LongDescription] [CreationDate] [ModificationDate]"},
+          u"[PhysicalStore1] [Subject] [Status] [LongDescription] [CreationDate] "
+          u"[ModificationDate]"},
          AddFile},
         {{u"FillActionCombo", kMethod, u"[SelectedID]"}, NotYet},
         {{u"NewDMSItem", kMethod, u""}, NotYet},
         {{u"DeleteDMSItem", kMethod, u""}, NotYet},
         {{u"OpenDocument", kMethod, u"[id]"}, NotYet},
         {{u"AddFilesFromProjectFolder", kMethod, u"[Silent]"}, NotYet},
-        {{u"AddFilesFromProjectFolderEvent", kMethod, u""}, Run<&Main::AddFilesFromProjectFolderEvent>},
+        {{u"AddFilesFromProjectFolderEvent", kMethod, u""},
+         Run<&Main::AddFilesFromProjectFolderEvent>},
         {{u"btnOpenDocument_Click", kMethod, u""}, NotYet},
         {{u"btnNewDocument_Click", kMethod, u""}, NotYet},
         {{u"btnChangeDocument_Click", kMethod, u""}, NotYet},
         {{u"btnDeleteDocument_Click", kMethod, u""}, NotYet},
         {{u"btnExportDocuments_Click", kMethod, u""}, NotYet},
-        {{u"MkDirs", kMethod, u"[PathIn]"}, [](MainObject&, const Call&) -> Value { return false; }},
+        {{u"MkDirs", kMethod, u"[PathIn]"},
+         [](MainObject&, const Call&) -> Value { return false; }},
         {{u"btnDMSSetStore_Click", kMethod, u""}, NotYet},
         {{u"btnDMSDeletetStore_Click", kMethod, u""}, NotYet},
         {{u"StopImport", kGetPut, u""}, StopImport},

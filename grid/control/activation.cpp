@@ -10,9 +10,13 @@ constexpr int kHimetricPerInch = 2540;
 
 } // namespace
 
-LONG HimetricFromPixels(LONG pixels, int dpi) { return MulDiv(pixels, kHimetricPerInch, dpi); }
+LONG HimetricFromPixels(LONG pixels, int dpi) {
+    return MulDiv(pixels, kHimetricPerInch, dpi);
+}
 
-LONG PixelsFromHimetric(LONG himetric, int dpi) { return MulDiv(himetric, dpi, kHimetricPerInch); }
+LONG PixelsFromHimetric(LONG himetric, int dpi) {
+    return MulDiv(himetric, dpi, kHimetricPerInch);
+}
 
 Activation::Activation(IUnknown& control, GridWindow& window, IOleInPlaceActiveObject& activeObject)
     : control_(control), window_(window), activeObject_(activeObject) {}

@@ -35,8 +35,12 @@ STDMETHODIMP ClassInfoPart::GetGUID(DWORD kind, GUID* guid) {
     return S_OK;
 }
 
-const IID& ClassInfoPart::DispatchId() { return DIID__Grid; }
+const IID& ClassInfoPart::DispatchId() {
+    return DIID__Grid;
+}
 
-const IID& ClassInfoPart::EventsId() { return DIID_DTalvixGridEvents; }
+const IID& ClassInfoPart::EventsId() {
+    return DIID_DTalvixGridEvents;
+}
 
 } // namespace talvix::grid

@@ -36,12 +36,13 @@ public:
         std::vector<VARIANT> reversed(arguments.size());
         for (std::size_t at = 0; at < arguments.size(); ++at) {
             ToVariant(arguments[at], *packed[at].value.Get());
-            packed[at].passed = IsByReference(name, at) ? ByReference(*packed[at].value.Get()) : *packed[at].value.Get();
+            packed[at].passed = IsByReference(name, at) ? ByReference(*packed[at].value.Get())
+                                                        : *packed[at].value.Get();
             reversed[arguments.size() - 1 - at] = packed[at].passed;
         }
         DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
-        sink->Invoke(EventNumber(name), IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr,
-                     nullptr, nullptr);
+        sink->Invoke(EventNumber(name), IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
+                     nullptr, nullptr, nullptr);
         for (std::size_t at = 0; at < arguments.size(); ++at) {
             if (IsByReference(name, at)) {
                 arguments[at] = ToValue(*packed[at].value.Get());
@@ -59,7 +60,9 @@ STDMETHODIMP EventPoint::QueryInterface(REFIID id, void** object) {
     if (object == nullptr) {
         return E_POINTER;
     }
-    *object = id == IID_IUnknown || id == IID_IConnectionPoint ? static_cast<IConnectionPoint*>(this) : nullptr;
+    *object = id == IID_IUnknown || id == IID_IConnectionPoint
+                  ? static_cast<IConnectionPoint*>(this)
+                  : nullptr;
     if (*object == nullptr) {
         return E_NOINTERFACE;
     }
@@ -96,7 +99,8 @@ STDMETHODIMP EventPoint::Advise(IUnknown* sink, DWORD* cookie) {
         return CONNECT_E_CANNOTCONNECT;
     }
     return Guarded([&] {
-        Subscription subscription = model_->events.Connect(std::make_shared<DispatchSink>(dispatch.Get()));
+        Subscription subscription =
+            model_->events.Connect(std::make_shared<DispatchSink>(dispatch.Get()));
         connections_[nextCookie_] = {dispatch, std::move(subscription)};
         *cookie = nextCookie_++;
         return S_OK;

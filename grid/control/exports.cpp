@@ -6,11 +6,11 @@
 namespace talvix {
 
 const ServerClass& Server() {
-    static const ServerClass server{
-        CLSID_Grid,
-        {GuidText(CLSID_Grid), GuidText(LIBID_TalvixGrid), u"TalvixGrid.Grid",
-         u"Talvix Grid Control", true, grid::OleObjectPart::kMiscStatus, sizeof(void*) == 8},
-        grid::MakeGrid};
+    static const ServerClass server{CLSID_Grid,
+                                    {GuidText(CLSID_Grid), GuidText(LIBID_TalvixGrid),
+                                     u"TalvixGrid.Grid", u"Talvix Grid Control", true,
+                                     grid::OleObjectPart::kMiscStatus, sizeof(void*) == 8},
+                                    grid::MakeGrid};
     return server;
 }
 

@@ -18,11 +18,19 @@ SharedGrid MakeModel() {
 } // namespace
 
 GridControl::GridControl()
-    : model_(MakeModel()), object_(std::make_shared<ControlGridObject>(model_, &Self())), answers_(object_),
-      window_(model_), activation_(Self(), window_, inPlaceActiveObject_), oleObject_(Self(), activation_),
-      oleControl_(Self(), activation_), inPlaceObject_(Self(), activation_),
-      inPlaceActiveObject_(Self(), activation_), viewObject_(Self(), window_, activation_),
-      persistStreamInit_(Self()), classInfo_(Self()), connectionPoints_(Self(), model_) {
+    : model_(MakeModel()),
+      object_(std::make_shared<ControlGridObject>(model_, &Self())),
+      answers_(object_),
+      window_(model_),
+      activation_(Self(), window_, inPlaceActiveObject_),
+      oleObject_(Self(), activation_),
+      oleControl_(Self(), activation_),
+      inPlaceObject_(Self(), activation_),
+      inPlaceActiveObject_(Self(), activation_),
+      viewObject_(Self(), window_, activation_),
+      persistStreamInit_(Self()),
+      classInfo_(Self()),
+      connectionPoints_(Self(), model_) {
     window_.SetOwner(&Self());
 }
 
@@ -45,7 +53,8 @@ void* GridControl::Find(REFIID id) {
         {&IID_IOleControl, static_cast<IOleControl*>(&oleControl_)},
         {&IID_IOleWindow, static_cast<IOleInPlaceObject*>(&inPlaceObject_)},
         {&IID_IOleInPlaceObject, static_cast<IOleInPlaceObject*>(&inPlaceObject_)},
-        {&IID_IOleInPlaceActiveObject, static_cast<IOleInPlaceActiveObject*>(&inPlaceActiveObject_)},
+        {&IID_IOleInPlaceActiveObject,
+         static_cast<IOleInPlaceActiveObject*>(&inPlaceActiveObject_)},
         {&IID_IViewObject, static_cast<IViewObjectEx*>(&viewObject_)},
         {&IID_IViewObject2, static_cast<IViewObjectEx*>(&viewObject_)},
         {&IID_IViewObjectEx, static_cast<IViewObjectEx*>(&viewObject_)},
@@ -53,7 +62,8 @@ void* GridControl::Find(REFIID id) {
         {&IID_IPersistStreamInit, static_cast<IPersistStreamInit*>(&persistStreamInit_)},
         {&IID_IProvideClassInfo, static_cast<IProvideClassInfo2*>(&classInfo_)},
         {&IID_IProvideClassInfo2, static_cast<IProvideClassInfo2*>(&classInfo_)},
-        {&IID_IConnectionPointContainer, static_cast<IConnectionPointContainer*>(&connectionPoints_)},
+        {&IID_IConnectionPointContainer,
+         static_cast<IConnectionPointContainer*>(&connectionPoints_)},
     };
     for (const Entry& entry : entries) {
         if (id == *entry.id) {
@@ -71,7 +81,9 @@ STDMETHODIMP GridControl::GetTypeInfoCount(UINT* count) {
     return S_OK;
 }
 
-STDMETHODIMP GridControl::GetTypeInfo(UINT index, LCID, ITypeInfo** info) { return answers_.TypeInfo(index, info); }
+STDMETHODIMP GridControl::GetTypeInfo(UINT index, LCID, ITypeInfo** info) {
+    return answers_.TypeInfo(index, info);
+}
 
 STDMETHODIMP GridControl::GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
     return answers_.IdsOfNames(id, names, count, ids);

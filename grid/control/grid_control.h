@@ -19,7 +19,8 @@ namespace talvix::grid {
 /// The grid object that knows the control it belongs to, as long as that lives.
 class ControlGridObject : public GridObject, public ComIdentity {
 public:
-    ControlGridObject(SharedGrid grid, IUnknown* identity) : GridObject(std::move(grid)), identity_(identity) {}
+    ControlGridObject(SharedGrid grid, IUnknown* identity)
+        : GridObject(std::move(grid)), identity_(identity) {}
     IUnknown* Identity() override { return identity_; }
     void Detach() { identity_ = nullptr; }
 
@@ -34,7 +35,8 @@ public:
 
     STDMETHODIMP GetTypeInfoCount(UINT* count) override;
     STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
-    STDMETHODIMP GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override;
+    STDMETHODIMP GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID locale,
+                               DISPID* ids) override;
     STDMETHODIMP Invoke(DISPID member, REFIID id, LCID locale, WORD flags, DISPPARAMS* parameters,
                         VARIANT* result, EXCEPINFO* exception, UINT* wrongArgument) override;
     const void* STDMETHODCALLTYPE Module() override { return ModuleMark(); }

@@ -11,7 +11,9 @@ namespace {
 constexpr DWORD kTypingPause = 1000;
 constexpr std::int32_t kDragThreshold = 4;
 
-bool IsDown(int key) { return GetKeyState(key) < 0; }
+bool IsDown(int key) {
+    return GetKeyState(key) < 0;
+}
 
 std::int16_t ShiftKeys() {
     return static_cast<std::int16_t>((IsDown(VK_SHIFT) ? 1 : 0) + (IsDown(VK_CONTROL) ? 2 : 0) +
@@ -71,9 +73,11 @@ void GridInput::PressLeft(POINT point) {
     pressed_ = point;
     const HitResult hit = model_.HitTest(point.x, point.y);
     const std::int32_t border = model_.layout.BorderAt(point.x);
-    const bool inHeader = point.y >= model_.layout.GroupBoxBottom() && point.y < model_.layout.RowsTop();
+    const bool inHeader =
+        point.y >= model_.layout.GroupBoxBottom() && point.y < model_.layout.RowsTop();
     if (hit.area == Area::GroupByBox) {
-        const std::int32_t chip = model_.layout.ChipUnder(point.x, point.y, model_.rows.Groups().size());
+        const std::int32_t chip =
+            model_.layout.ChipUnder(point.x, point.y, model_.rows.Groups().size());
         drag_ = chip >= 0 ? Drag::Chip : Drag::None;
         dragged_ = static_cast<std::size_t>(std::max(chip, 0));
     } else if (inHeader && border >= 0) {
@@ -87,7 +91,8 @@ void GridInput::PressLeft(POINT point) {
         gestures_.ClickRow(hit.row, IsDown(VK_CONTROL), IsDown(VK_SHIFT));
         if (hit.area == Area::GroupHeading) {
             const std::int32_t level = model_.rows.LevelOf(model_.rows.At(hit.row));
-            const std::int32_t sign = model_.layout.Scaled((level + 1) * model_.options.groupIndent);
+            const std::int32_t sign =
+                model_.layout.Scaled((level + 1) * model_.options.groupIndent);
             if (point.x + model_.layout.scrollX < sign) {
                 gestures_.ToggleHeading(hit.row);
             }
@@ -108,7 +113,8 @@ void GridInput::ButtonUp(std::int16_t button, POINT point) {
 
 void GridInput::ReleaseLeft(POINT point) {
     const Drag drag = std::exchange(drag_, Drag::None);
-    const bool moved = std::abs(point.x - pressed_.x) + std::abs(point.y - pressed_.y) > kDragThreshold;
+    const bool moved =
+        std::abs(point.x - pressed_.x) + std::abs(point.y - pressed_.y) > kDragThreshold;
     if (drag == Drag::Heading && !moved) {
         model_.ClickHeading(dragged_);
     } else if (drag == Drag::Heading) {
@@ -121,8 +127,10 @@ void GridInput::ReleaseLeft(POINT point) {
 void GridInput::DropHeading(POINT point) {
     const HitResult hit = model_.HitTest(point.x, point.y);
     if (hit.area == Area::GroupByBox) {
-        const std::int32_t chip = model_.layout.ChipUnder(point.x, point.y, model_.rows.Groups().size());
-        model_.GroupByUser(dragged_, chip >= 0 ? static_cast<std::size_t>(chip) : model_.rows.Groups().size());
+        const std::int32_t chip =
+            model_.layout.ChipUnder(point.x, point.y, model_.rows.Groups().size());
+        model_.GroupByUser(dragged_, chip >= 0 ? static_cast<std::size_t>(chip)
+                                               : model_.rows.Groups().size());
     } else if (hit.area == Area::Heading && hit.column >= 0) {
         model_.columns.Move(dragged_, hit.column);
         model_.Changed();
@@ -135,7 +143,8 @@ void GridInput::DropChip(POINT point) {
         model_.UngroupByUser(dragged_);
         return;
     }
-    const std::int32_t chip = model_.layout.ChipUnder(point.x, point.y, model_.rows.Groups().size());
+    const std::int32_t chip =
+        model_.layout.ChipUnder(point.x, point.y, model_.rows.Groups().size());
     if (chip >= 0) {
         model_.MoveGroupByUser(dragged_, static_cast<std::size_t>(chip));
     }
@@ -163,7 +172,8 @@ bool GridInput::SetPointer(HWND window) const {
     POINT point{};
     GetCursorPos(&point);
     ScreenToClient(window, &point);
-    const bool inHeader = point.y >= model_.layout.GroupBoxBottom() && point.y < model_.layout.RowsTop();
+    const bool inHeader =
+        point.y >= model_.layout.GroupBoxBottom() && point.y < model_.layout.RowsTop();
     if (!inHeader || model_.layout.BorderAt(point.x) < 0) {
         return false;
     }
@@ -187,8 +197,9 @@ bool GridInput::Navigate(int key, std::int32_t pageLines, bool control, bool shi
         int key;
         Step step;
     };
-    static constexpr Way ways[] = {{VK_UP, Step::Up},       {VK_DOWN, Step::Down},  {VK_PRIOR, Step::PageUp},
-                                   {VK_NEXT, Step::PageDown}, {VK_HOME, Step::First}, {VK_END, Step::Last}};
+    static constexpr Way ways[] = {{VK_UP, Step::Up},        {VK_DOWN, Step::Down},
+                                   {VK_PRIOR, Step::PageUp}, {VK_NEXT, Step::PageDown},
+                                   {VK_HOME, Step::First},   {VK_END, Step::Last}};
     for (const Way& way : ways) {
         if (way.key == key) {
             gestures_.Move(way.step, pageLines, control, shift);

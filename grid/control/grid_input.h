@@ -13,8 +13,8 @@ class GridInput {
 public:
     explicit GridInput(GridModel& model) : model_(model), gestures_(model) {}
 
-    /// Buttons and shift keys are numbered as the events have them: left 1, right 2, middle 4; Shift
-    /// 1, Ctrl 2, Alt 4.
+    /// Buttons and shift keys are numbered as the events have them: left 1, right 2, middle 4;
+    /// Shift 1, Ctrl 2, Alt 4.
     static std::int16_t ButtonOf(UINT message);
     /// True for keys that move or act within the grid.
     static bool IsGridKey(WPARAM key);

@@ -18,7 +18,9 @@ namespace {
 constexpr std::int32_t kPadding = 4;
 
 COLORREF Mixed(COLORREF left, COLORREF right, int rightPercent) {
-    const auto mix = [&](int a, int b) { return static_cast<BYTE>((a * (100 - rightPercent) + b * rightPercent) / 100); };
+    const auto mix = [&](int a, int b) {
+        return static_cast<BYTE>((a * (100 - rightPercent) + b * rightPercent) / 100);
+    };
     return RGB(mix(GetRValue(left), GetRValue(right)), mix(GetGValue(left), GetGValue(right)),
                mix(GetBValue(left), GetBValue(right)));
 }
@@ -40,7 +42,8 @@ LOGFONTW MessageFont() {
     NONCLIENTMETRICSW metrics{};
     metrics.cbSize = sizeof metrics;
     if (SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0) == FALSE) {
-        GetObjectW(GetStockObject(DEFAULT_GUI_FONT), sizeof metrics.lfMessageFont, &metrics.lfMessageFont);
+        GetObjectW(GetStockObject(DEFAULT_GUI_FONT), sizeof metrics.lfMessageFont,
+                   &metrics.lfMessageFont);
     }
     return metrics.lfMessageFont;
 }
@@ -96,7 +99,9 @@ void GridPainter::DrawString(HDC dc, RECT box, std::u16string_view text, Alignme
     const std::int32_t padding = model_.layout.Scaled(kPadding);
     InflateRect(&box, -padding, 0);
     UINT format = DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS;
-    format |= alignment == Alignment::Right ? DT_RIGHT : alignment == Alignment::Centre ? DT_CENTER : DT_LEFT;
+    format |= alignment == Alignment::Right    ? DT_RIGHT
+              : alignment == Alignment::Centre ? DT_CENTER
+                                               : DT_LEFT;
     if (box.right > box.left && !text.empty()) {
         DrawTextW(dc, WideUnits(text), static_cast<int>(text.size()), &box, format);
     }
@@ -130,7 +135,8 @@ void GridPainter::DrawHeader(HDC dc, std::int32_t width) {
     const auto sorting = model_.rows.Sorting();
     for (std::size_t position = 0; position < model_.columns.Count(); ++position) {
         const Column& column = model_.columns.At(model_.columns.IndexAt(position));
-        RECT cell{layout.LeftOf(position), header.top, layout.LeftOf(position) + layout.WidthAt(position), header.bottom};
+        RECT cell{layout.LeftOf(position), header.top,
+                  layout.LeftOf(position) + layout.WidthAt(position), header.bottom};
         if (cell.right <= cell.left || cell.left >= width || cell.right <= 0) {
             continue;
         }
@@ -167,7 +173,8 @@ void GridPainter::DrawRows(HDC dc, const SIZE& size, bool focused) {
     const Layout& layout = model_.layout;
     const std::vector<std::int32_t>& shown = model_.rows.ShownNumbers();
     const RowRef current = model_.rows.Current();
-    for (auto line = static_cast<std::size_t>(std::max(0, layout.firstLine)); line < shown.size(); ++line) {
+    for (auto line = static_cast<std::size_t>(std::max(0, layout.firstLine)); line < shown.size();
+         ++line) {
         const std::int32_t top = layout.TopOfLine(static_cast<std::int32_t>(line));
         if (top >= size.cy) {
             break;
@@ -190,13 +197,16 @@ void GridPainter::DrawRow(HDC dc, const RECT& line, const RowRef& row, bool odd,
     } else if (odd && !HasHighContrast()) {
         Fill(dc, line, Mixed(window, GetSysColor(COLOR_HIGHLIGHT), 5));
     }
-    SetTextColor(dc, GetSysColor(!selected ? COLOR_WINDOWTEXT : focused ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT));
+    SetTextColor(dc, GetSysColor(!selected ? COLOR_WINDOWTEXT
+                                 : focused ? COLOR_HIGHLIGHTTEXT
+                                           : COLOR_BTNTEXT));
     if (const GroupNode* heading = model_.rows.HeadingOf(row)) {
         DrawHeading(dc, line, *heading);
         return;
     }
     const Layout& layout = model_.layout;
-    std::int32_t indent = layout.Scaled(model_.options.groupIndent * static_cast<int>(model_.rows.Groups().size()));
+    std::int32_t indent =
+        layout.Scaled(model_.options.groupIndent * static_cast<int>(model_.rows.Groups().size()));
     for (std::size_t position = 0; position < model_.columns.Count(); ++position) {
         const std::int32_t left = layout.LeftOf(position);
         const std::int32_t width = layout.WidthAt(position);
@@ -213,10 +223,12 @@ void GridPainter::DrawRow(HDC dc, const RECT& line, const RowRef& row, bool odd,
 
 void GridPainter::DrawHeading(HDC dc, const RECT& line, const GroupNode& node) {
     const Layout& layout = model_.layout;
-    const std::int32_t left = layout.Scaled(model_.options.groupIndent * node.level) - layout.scrollX;
+    const std::int32_t left =
+        layout.Scaled(model_.options.groupIndent * node.level) - layout.scrollX;
     const std::int32_t side = layout.Scaled(9);
     const std::int32_t middle = (line.top + line.bottom) / 2;
-    const RECT sign{left + layout.Scaled(4), middle - side / 2, left + layout.Scaled(4) + side, middle - side / 2 + side};
+    const RECT sign{left + layout.Scaled(4), middle - side / 2, left + layout.Scaled(4) + side,
+                    middle - side / 2 + side};
     const OwnedPen pen(CreatePen(PS_SOLID, 1, GetTextColor(dc)));
     const Chosen chosenPen(dc, pen.Get());
     const Chosen chosenBrush(dc, GetStockObject(NULL_BRUSH));
@@ -229,8 +241,8 @@ void GridPainter::DrawHeading(HDC dc, const RECT& line, const GroupNode& node) {
         LineTo(dc, centre, sign.bottom - 2);
     }
     const Chosen chosenFont(dc, boldFont_.Get());
-    DrawString(dc, RECT{sign.right + layout.Scaled(2), line.top, line.right, line.bottom}, model_.HeadingText(node),
-               Alignment::Left);
+    DrawString(dc, RECT{sign.right + layout.Scaled(2), line.top, line.right, line.bottom},
+               model_.HeadingText(node), Alignment::Left);
 }
 
 void GridPainter::DrawCell(HDC dc, RECT cell, const RowRef& row, const Column& column) {
@@ -244,7 +256,8 @@ void GridPainter::DrawCell(HDC dc, RECT cell, const RowRef& row, const Column& c
 void GridPainter::DrawImage(HDC dc, const RECT& cell, const RowRef& row, const Column& column) {
     const std::int32_t side = GetSystemMetrics(SM_CXSMICON);
     const std::int32_t top = (cell.top + cell.bottom - side) / 2;
-    const std::int32_t left = cell.left + std::max(0, static_cast<std::int32_t>(cell.right - cell.left - side)) / 2;
+    const std::int32_t left =
+        cell.left + std::max(0, static_cast<std::int32_t>(cell.right - cell.left - side)) / 2;
     const Value own = model_.rows.PictureOf(row, column.index);
     const auto* object = own.If<Object>();
     if (object != nullptr && *object != nullptr) {
@@ -259,8 +272,9 @@ void GridPainter::DrawImage(HDC dc, const RECT& cell, const RowRef& row, const C
     }
     const auto number = NumericContent(model_.rows.Get(row, column.index));
     if (number && *number >= 1 && *number < INT32_MAX && model_.options.imageList != 0) {
-        ImageList_Draw(reinterpret_cast<HIMAGELIST>(static_cast<LONG_PTR>(model_.options.imageList)),
-                       static_cast<int>(*number) - 1, dc, left, top, ILD_TRANSPARENT);
+        ImageList_Draw(
+            reinterpret_cast<HIMAGELIST>(static_cast<LONG_PTR>(model_.options.imageList)),
+            static_cast<int>(*number) - 1, dc, left, top, ILD_TRANSPARENT);
     }
 }
 

@@ -12,7 +12,8 @@ class GridPainter {
 public:
     explicit GridPainter(GridModel& model) : model_(model) {}
 
-    /// Takes font and sizes from the system; to be called before drawing and after its settings change.
+    /// Takes font and sizes from the system; to be called before drawing and after its settings
+    /// change.
     void Measure();
     void Draw(HDC dc, const RECT& place, bool focused);
     /// The same without flicker, through a picture in memory.

@@ -38,20 +38,26 @@ RECT ClientOf(HWND window) {
     return client;
 }
 
-std::int32_t Signed16(DWORD_PTR word) { return static_cast<SHORT>(word & 0xFFFFU); }
+std::int32_t Signed16(DWORD_PTR word) {
+    return static_cast<SHORT>(word & 0xFFFFU);
+}
 
 } // namespace
 
-GridWindow::GridWindow(SharedGrid model) : model_(std::move(model)), painter_(*model_), input_(*model_) {}
+GridWindow::GridWindow(SharedGrid model)
+    : model_(std::move(model)), painter_(*model_), input_(*model_) {}
 
-GridWindow::~GridWindow() { Destroy(); }
+GridWindow::~GridWindow() {
+    Destroy();
+}
 
 bool GridWindow::Create(HWND parent, const RECT& place, std::function<void()> onFocus) {
     if (!EnsureWindowClass(Procedure)) {
         return false;
     }
     onFocus_ = std::move(onFocus);
-    constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS | WS_HSCROLL | WS_VSCROLL;
+    constexpr DWORD kStyle =
+        WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS | WS_HSCROLL | WS_VSCROLL;
     window_ = CreateWindowExW(WS_EX_CLIENTEDGE, kWindowClass, L"", kStyle, place.left, place.top,
                               place.right - place.left, place.bottom - place.top, parent, nullptr,
                               ModuleHandle(), this);
@@ -73,8 +79,8 @@ void GridWindow::Destroy() {
 
 void GridWindow::Move(const RECT& place) {
     if (window_ != nullptr) {
-        SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
-                     SWP_NOZORDER | SWP_NOACTIVATE);
+        SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left,
+                     place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
     }
 }
 
@@ -114,7 +120,9 @@ void GridWindow::Refresh() {
     }
 }
 
-std::int32_t GridWindow::PageLines() const { return model_->layout.LinesIn(ClientOf(window_).bottom); }
+std::int32_t GridWindow::PageLines() const {
+    return model_->layout.LinesIn(ClientOf(window_).bottom);
+}
 
 void GridWindow::ScrollTo(std::int32_t number) {
     const std::vector<std::int32_t>& shown = model_->rows.ShownNumbers();
@@ -264,7 +272,9 @@ LRESULT GridWindow::HandleKeyboard(UINT message, WPARAM wParam, LPARAM lParam) {
         InvalidateRect(window_, nullptr, FALSE);
         return 0;
     case WM_KEYDOWN:
-        return input_.KeyDown(static_cast<int>(wParam), PageLines()) ? 0 : DefWindowProcW(window_, message, wParam, lParam);
+        return input_.KeyDown(static_cast<int>(wParam), PageLines())
+                   ? 0
+                   : DefWindowProcW(window_, message, wParam, lParam);
     case WM_CHAR:
         input_.Character(static_cast<char16_t>(wParam), GetTickCount());
         return 0;
@@ -273,8 +283,17 @@ LRESULT GridWindow::HandleKeyboard(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
+/// Three lines for each notch; finer wheels add up.
+void GridWindow::TurnWheel(int amount) {
+    wheelRest_ += amount;
+    const int lines = wheelRest_ * 3 / WHEEL_DELTA;
+    wheelRest_ -= lines * WHEEL_DELTA / 3;
+    ScrollBy(true, -lines);
+}
+
 LRESULT GridWindow::HandleMouse(UINT message, WPARAM wParam, LPARAM lParam) {
-    const POINT point{Signed16(static_cast<DWORD_PTR>(lParam)), Signed16(static_cast<DWORD_PTR>(lParam) >> 16U)};
+    const POINT point{Signed16(static_cast<DWORD_PTR>(lParam)),
+                      Signed16(static_cast<DWORD_PTR>(lParam) >> 16U)};
     switch (message) {
     case WM_LBUTTONDOWN:
     case WM_RBUTTONDOWN:
@@ -301,13 +320,9 @@ LRESULT GridWindow::HandleMouse(UINT message, WPARAM wParam, LPARAM lParam) {
             return TRUE;
         }
         break;
-    case WM_MOUSEWHEEL: {
-        wheelRest_ += Signed16(wParam >> 16U);
-        const int lines = wheelRest_ * 3 / WHEEL_DELTA;
-        wheelRest_ -= lines * WHEEL_DELTA / 3;
-        ScrollBy(true, -lines);
+    case WM_MOUSEWHEEL:
+        TurnWheel(Signed16(wParam >> 16U));
         return 0;
-    }
     default:
         break;
     }

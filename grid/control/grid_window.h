@@ -41,6 +41,7 @@ private:
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT HandleKeyboard(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT HandleMouse(UINT message, WPARAM wParam, LPARAM lParam);
+    void TurnWheel(int amount);
     void Paint();
     void UpdateScrollBars();
     void ScrollBy(bool vertical, std::int32_t amount);

@@ -9,7 +9,8 @@ namespace talvix::grid {
 /// What the container's frame asks of the control that has the focus.
 class InPlaceActiveObjectPart : public Part<IOleInPlaceActiveObject> {
 public:
-    InPlaceActiveObjectPart(IUnknown& identity, Activation& activation) : Part(identity), activation_(activation) {}
+    InPlaceActiveObjectPart(IUnknown& identity, Activation& activation)
+        : Part(identity), activation_(activation) {}
 
     STDMETHODIMP GetWindow(HWND* window) override { return activation_.Window().Get(window); }
     STDMETHODIMP ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }

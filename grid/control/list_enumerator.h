@@ -12,7 +12,8 @@ namespace talvix::grid {
 
 /// One of COM's enumerators over a list that was made when it was asked for. `Traits` say how an
 /// element is handed out.
-template <typename Interface, typename Traits> class ListEnumerator : public Unknown<Interface> {
+template <typename Interface, typename Traits>
+class ListEnumerator : public Unknown<Interface> {
 public:
     using Element = typename Traits::Element;
     using Result = typename Traits::Result;
@@ -68,7 +69,9 @@ struct ConnectionEntry {
 struct ConnectionTraits {
     using Element = ConnectionEntry;
     using Result = CONNECTDATA;
-    static Result HandOut(const Element& element) { return {ComPtr<IUnknown>(element.sink).Detach(), element.cookie}; }
+    static Result HandOut(const Element& element) {
+        return {ComPtr<IUnknown>(element.sink).Detach(), element.cookie};
+    }
 };
 
 using PointEnumerator = ListEnumerator<IEnumConnectionPoints, PointTraits>;

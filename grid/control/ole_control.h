@@ -10,7 +10,8 @@ namespace talvix::grid {
 /// Mnemonics (there are none), ambient properties and frozen events.
 class OleControlPart : public Part<IOleControl> {
 public:
-    OleControlPart(IUnknown& identity, Activation& activation) : Part(identity), activation_(activation) {}
+    OleControlPart(IUnknown& identity, Activation& activation)
+        : Part(identity), activation_(activation) {}
 
     STDMETHODIMP GetControlInfo(CONTROLINFO* info) override {
         if (info == nullptr || info->cb < sizeof *info) {

@@ -3,13 +3,15 @@
 #include "grid/control/activation.h"
 #include "grid/control/grid_window.h"
 
-#include <talvix_grid_guids.h>
-
 #include <olectl.h>
+
+#include <talvix_grid_guids.h>
 
 namespace talvix::grid {
 
-STDMETHODIMP OleObjectPart::SetClientSite(IOleClientSite* site) { return activation_.SetClientSite(site); }
+STDMETHODIMP OleObjectPart::SetClientSite(IOleClientSite* site) {
+    return activation_.SetClientSite(site);
+}
 
 STDMETHODIMP OleObjectPart::GetClientSite(IOleClientSite** site) {
     if (site == nullptr) {
@@ -42,7 +44,9 @@ STDMETHODIMP OleObjectPart::DoVerb(LONG verb, LPMSG, IOleClientSite*, LONG, HWND
     }
 }
 
-STDMETHODIMP OleObjectPart::EnumVerbs(IEnumOLEVERB** verbs) { return OleRegEnumVerbs(CLSID_Grid, verbs); }
+STDMETHODIMP OleObjectPart::EnumVerbs(IEnumOLEVERB** verbs) {
+    return OleRegEnumVerbs(CLSID_Grid, verbs);
+}
 
 STDMETHODIMP OleObjectPart::GetUserClassID(CLSID* id) {
     if (id == nullptr) {
@@ -83,7 +87,8 @@ STDMETHODIMP OleObjectPart::Advise(IAdviseSink* sink, DWORD* connection) {
 }
 
 STDMETHODIMP OleObjectPart::Unadvise(DWORD connection) {
-    return activation_.adviseHolder ? activation_.adviseHolder->Unadvise(connection) : OLE_E_NOCONNECTION;
+    return activation_.adviseHolder ? activation_.adviseHolder->Unadvise(connection)
+                                    : OLE_E_NOCONNECTION;
 }
 
 STDMETHODIMP OleObjectPart::EnumAdvise(IEnumSTATDATA** connections) {

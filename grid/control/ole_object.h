@@ -11,7 +11,8 @@ class Activation;
 /// How the container places, activates and closes the control.
 class OleObjectPart : public Part<IOleObject> {
 public:
-    OleObjectPart(IUnknown& identity, Activation& activation) : Part(identity), activation_(activation) {}
+    OleObjectPart(IUnknown& identity, Activation& activation)
+        : Part(identity), activation_(activation) {}
 
     STDMETHODIMP SetClientSite(IOleClientSite* site) override;
     STDMETHODIMP GetClientSite(IOleClientSite** site) override;
@@ -21,7 +22,8 @@ public:
     STDMETHODIMP GetMoniker(DWORD, DWORD, IMoniker**) override { return E_NOTIMPL; }
     STDMETHODIMP InitFromData(IDataObject*, BOOL, DWORD) override { return E_NOTIMPL; }
     STDMETHODIMP GetClipboardData(DWORD, IDataObject**) override { return E_NOTIMPL; }
-    STDMETHODIMP DoVerb(LONG verb, LPMSG message, IOleClientSite* site, LONG index, HWND parent, LPCRECT place) override;
+    STDMETHODIMP DoVerb(LONG verb, LPMSG message, IOleClientSite* site, LONG index, HWND parent,
+                        LPCRECT place) override;
     STDMETHODIMP EnumVerbs(IEnumOLEVERB** verbs) override;
     STDMETHODIMP Update() override { return S_OK; }
     STDMETHODIMP IsUpToDate() override { return S_OK; }
@@ -36,8 +38,9 @@ public:
     STDMETHODIMP SetColorScheme(LOGPALETTE*) override { return S_OK; }
 
     /// Activated when visible, with its inside first, and it sets its own container's rules.
-    static constexpr DWORD kMiscStatus = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE | OLEMISC_INSIDEOUT |
-                                         OLEMISC_ACTIVATEWHENVISIBLE | OLEMISC_SETCLIENTSITEFIRST;
+    static constexpr DWORD kMiscStatus = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE |
+                                         OLEMISC_INSIDEOUT | OLEMISC_ACTIVATEWHENVISIBLE |
+                                         OLEMISC_SETCLIENTSITEFIRST;
 
 private:
     Activation& activation_;

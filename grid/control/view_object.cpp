@@ -6,8 +6,9 @@
 
 namespace talvix::grid {
 
-STDMETHODIMP ViewObjectPart::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, HDC draw, LPCRECTL bounds,
-                                  LPCRECTL, WINBOOL(CALLBACK*)(ULONG_PTR), ULONG_PTR) {
+STDMETHODIMP ViewObjectPart::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, HDC draw,
+                                  LPCRECTL bounds, LPCRECTL, WINBOOL(CALLBACK*)(ULONG_PTR),
+                                  ULONG_PTR) {
     if (aspect != DVASPECT_CONTENT || draw == nullptr || bounds == nullptr) {
         return DV_E_DVASPECT;
     }
@@ -54,7 +55,8 @@ STDMETHODIMP ViewObjectPart::GetViewStatus(DWORD* status) {
     return S_OK;
 }
 
-STDMETHODIMP ViewObjectPart::QueryHitPoint(DWORD aspect, LPCRECT bounds, POINT point, LONG, DWORD* result) {
+STDMETHODIMP ViewObjectPart::QueryHitPoint(DWORD aspect, LPCRECT bounds, POINT point, LONG,
+                                           DWORD* result) {
     if (aspect != DVASPECT_CONTENT || bounds == nullptr || result == nullptr) {
         return E_INVALIDARG;
     }

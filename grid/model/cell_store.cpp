@@ -7,17 +7,21 @@ namespace talvix::grid {
 
 namespace {
 
-template <typename Number> Number Unpack(std::uint64_t content) {
+template <typename Number>
+Number Unpack(std::uint64_t content) {
     Number number{};
     std::memcpy(&number, &content, sizeof number);
     return number;
 }
 
-template <typename Pointed> Pointed* AsPointer(std::uint64_t content) {
+template <typename Pointed>
+Pointed* AsPointer(std::uint64_t content) {
     return reinterpret_cast<Pointed*>(static_cast<std::uintptr_t>(content));
 }
 
-std::uint64_t AsContent(const void* pointer) { return reinterpret_cast<std::uintptr_t>(pointer); }
+std::uint64_t AsContent(const void* pointer) {
+    return reinterpret_cast<std::uintptr_t>(pointer);
+}
 
 } // namespace
 

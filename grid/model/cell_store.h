@@ -35,13 +35,26 @@ public:
     TextPool& Texts() { return texts_; }
 
 private:
-    enum class Kind : std::uint8_t { Empty, Bool, Byte, Int16, Int32, Int64, Float, Double, Date, Text, Boxed };
+    enum class Kind : std::uint8_t {
+        Empty,
+        Bool,
+        Byte,
+        Int16,
+        Int32,
+        Int64,
+        Float,
+        Double,
+        Date,
+        Text,
+        Boxed
+    };
     struct Column {
         std::vector<Kind> kinds;
         std::vector<std::uint64_t> contents;
     };
     void Drop(Column& column, Slot slot);
-    template <typename Number> void Pack(Column& column, Slot slot, Kind kind, Number number);
+    template <typename Number>
+    void Pack(Column& column, Slot slot, Kind kind, Number number);
 
     std::vector<Column> columns_;
     std::size_t slots_ = 0;

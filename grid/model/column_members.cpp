@@ -1,8 +1,7 @@
-#include "grid/model/grid_objects.h"
-#include "grid/model/item_sequence.h"
-
 #include "automation/coercion.h"
 #include "automation/text.h"
+#include "grid/model/grid_objects.h"
+#include "grid/model/item_sequence.h"
 
 #include <algorithm>
 #include <iterator>
@@ -23,7 +22,8 @@ Value ColumnAtPosition(const SharedGrid& grid, std::size_t position) {
 }
 
 Value Item(ColumnsObject& columns, const Call& call) {
-    return std::make_shared<ColumnObject>(columns.model, columns.model->columns.IndexOf(call.At(0)));
+    return std::make_shared<ColumnObject>(columns.model,
+                                          columns.model->columns.IndexOf(call.At(0)));
 }
 
 Value Add(ColumnsObject& columns, const Call& call) {
@@ -74,8 +74,8 @@ Value Hidden(ColumnObject& column, const Call& call) {
 
 /// Reads or writes one of a few numbers.
 template <typename Code, std::size_t count>
-Value Choice(ColumnObject& column, const Call& call, Code Column::*member, const Code (&known)[count],
-             std::u16string_view allowed) {
+Value Choice(ColumnObject& column, const Call& call, Code Column::*member,
+             const Code (&known)[count], std::u16string_view allowed) {
     if (!call.IsPut()) {
         return static_cast<std::int32_t>(column.Target().*member);
     }
@@ -90,11 +90,13 @@ Value Choice(ColumnObject& column, const Call& call, Code Column::*member, const
 
 Value AnyAlignment(ColumnObject& column, const Call& call, Alignment Column::*member) {
     static constexpr Alignment known[] = {Alignment::Centre, Alignment::Left, Alignment::Right};
-    return Choice(column, call, member, known, u"An alignment is 3 (centred), 4 (left) or 6 (right)");
+    return Choice(column, call, member, known,
+                  u"An alignment is 3 (centred), 4 (left) or 6 (right)");
 }
 
 Value Type(ColumnObject& column, const Call& call) {
-    static constexpr DataType known[] = {DataType::Long, DataType::Date, DataType::Text, DataType::Image};
+    static constexpr DataType known[] = {DataType::Long, DataType::Date, DataType::Text,
+                                         DataType::Image};
     return Choice(column, call, &Column::dataType, known,
                   u"A data type is 3 (Long), 7 (Date), 8 (Text) or 65 (Image)");
 }
@@ -120,17 +122,24 @@ std::vector<Member<ColumnsObject>> ColumnsTable() {
 
 std::vector<Member<ColumnObject>> ColumnTable() {
     return {
-        {{u"Key", kGet, u""}, [](ColumnObject& column, const Call&) -> Value { return column.Target().key; }},
+        {{u"Key", kGet, u""},
+         [](ColumnObject& column, const Call&) -> Value { return column.Target().key; }},
         {{u"Position", kGetPut, u""}, Position},
         {{u"Index", kGet, u""},
-         [](ColumnObject& column, const Call&) -> Value { return static_cast<std::int32_t>(column.index); }},
+         [](ColumnObject& column, const Call&) -> Value {
+             return static_cast<std::int32_t>(column.index);
+         }},
         {{u"Caption", kGetPut, u""}, Caption},
         {{u"DataType", kGetPut, u""}, Type},
         {{u"Width", kGetPut, u""}, Width},
         {{u"Alignment", kGetPut, u""},
-         [](ColumnObject& column, const Call& call) { return AnyAlignment(column, call, &Column::alignment); }},
+         [](ColumnObject& column, const Call& call) {
+             return AnyAlignment(column, call, &Column::alignment);
+         }},
         {{u"HeaderAlignment", kGetPut, u""},
-         [](ColumnObject& column, const Call& call) { return AnyAlignment(column, call, &Column::headerAlignment); }},
+         [](ColumnObject& column, const Call& call) {
+             return AnyAlignment(column, call, &Column::headerAlignment);
+         }},
         {{u"Hidden", kGetPut, u""}, Hidden},
         {{u"SortOrder", kGet, u""}, SortOrder},
     };

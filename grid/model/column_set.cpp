@@ -13,7 +13,9 @@ namespace {
 
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
-std::u16string Quoted(std::u16string_view text) { return u"\"" + std::u16string(text) + u"\""; }
+std::u16string Quoted(std::u16string_view text) {
+    return u"\"" + std::u16string(text) + u"\"";
+}
 
 } // namespace
 
@@ -71,7 +73,8 @@ std::size_t ColumnSet::IndexOf(const Value& keyOrPosition) const {
     if (const auto* key = keyOrPosition.If<std::u16string>()) {
         const std::size_t index = FindKey(*key);
         if (index == kNone) {
-            throw Failure(failure_number::kBadIndex, u"There is no column with the key " + Quoted(*key));
+            throw Failure(failure_number::kBadIndex,
+                          u"There is no column with the key " + Quoted(*key));
         }
         return index;
     }
@@ -90,7 +93,8 @@ std::size_t ColumnSet::IndexOf(const Value& keyOrPosition) const {
 }
 
 std::size_t ColumnSet::PositionOf(std::size_t index) const {
-    return static_cast<std::size_t>(std::find(order_.begin(), order_.end(), index) - order_.begin());
+    return static_cast<std::size_t>(std::find(order_.begin(), order_.end(), index) -
+                                    order_.begin());
 }
 
 void ColumnSet::Move(std::size_t index, std::int32_t position) {

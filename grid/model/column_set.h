@@ -46,8 +46,8 @@ private:
     std::size_t FindKey(std::u16string_view key) const;
 
     const Culture& culture_;
-    std::vector<Column> columns_;       ///< by creation
-    std::vector<std::size_t> order_;    ///< by position
+    std::vector<Column> columns_;        ///< by creation
+    std::vector<std::size_t> order_;     ///< by position
     std::vector<std::int32_t> keySlots_; ///< open addressing over ASCII-folded keys, -1 for free
     mutable std::size_t expected_ = 0;   ///< clients go over the columns in order: tried first
 };

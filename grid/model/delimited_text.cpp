@@ -98,7 +98,8 @@ std::vector<std::vector<Field>> ReadDelimited(std::u16string_view text,
 
 void AppendField(std::u16string& out, const Field& field, std::u16string_view separator) {
     const std::u16string& text = field.text;
-    const bool needsQuotes = field.quoted || text.find_first_of(u"\"\r\n") != std::u16string::npos ||
+    const bool needsQuotes = field.quoted ||
+                             text.find_first_of(u"\"\r\n") != std::u16string::npos ||
                              (!separator.empty() && text.find(separator) != std::u16string::npos);
     if (!needsQuotes) {
         out += text;

@@ -12,10 +12,12 @@ struct Field {
     bool quoted = false;
 };
 
-/// Reads lines of fields: quotes double inside quoted fields, lines end with CR LF, LF or CR, a last
-/// line end adds no line. Raises Failure with the line for a quote that is not closed or is followed
-/// by more text. An empty text has no lines; an empty separator makes every line one field.
-std::vector<std::vector<Field>> ReadDelimited(std::u16string_view text, std::u16string_view separator);
+/// Reads lines of fields: quotes double inside quoted fields, lines end with CR LF, LF or CR, a
+/// last line end adds no line. Raises Failure with the line for a quote that is not closed or is
+/// followed by more text. An empty text has no lines; an empty separator makes every line one
+/// field.
+std::vector<std::vector<Field>> ReadDelimited(std::u16string_view text,
+                                              std::u16string_view separator);
 
 /// Adds a field, quoted where its text would not be read back as it is.
 void AppendField(std::u16string& out, const Field& field, std::u16string_view separator);

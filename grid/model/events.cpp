@@ -9,7 +9,8 @@ namespace {
 constexpr EventShape kShapes[] = {
     {u"AfterGroupChange", u"a b"},
     {u"BeforeClickSort", u"ColIndex &CancelSort"},
-    {u"BeforeGroupChange", u"Operation GroupOrColIndex NewIndex &SortOrder &SortType &ShowFooter &Cancel"},
+    {u"BeforeGroupChange",
+     u"Operation GroupOrColIndex NewIndex &SortOrder &SortType &ShowFooter &Cancel"},
     {u"Click", u""},
     {u"DblClick", u""},
     {u"KeyDown", u"&KeyCode &Shift"},
@@ -21,7 +22,9 @@ constexpr EventShape kShapes[] = {
 
 } // namespace
 
-std::span<const EventShape> EventShapes() { return kShapes; }
+std::span<const EventShape> EventShapes() {
+    return kShapes;
+}
 
 int EventNumber(std::u16string_view name) {
     int number = 0;

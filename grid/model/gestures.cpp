@@ -55,7 +55,8 @@ void Gestures::Move(Step step, std::int32_t pageLines, bool control, bool shift)
         std::lower_bound(shown.begin(), shown.end(), number) - shown.begin());
     const auto last = static_cast<std::int32_t>(shown.size()) - 1;
     const std::int32_t distances[] = {-1, 1, -pageLines, pageLines, -last - 1, last + 1};
-    std::int32_t next = number == 0 && step != Step::Last ? 0 : place + distances[static_cast<int>(step)];
+    std::int32_t next =
+        number == 0 && step != Step::Last ? 0 : place + distances[static_cast<int>(step)];
     next = std::clamp(next, 0, last);
     MakeCurrent(shown[static_cast<std::size_t>(next)], control, shift);
     model_.Changed();
@@ -122,7 +123,8 @@ void Gestures::TypeText(std::u16string_view typed) {
     const std::int32_t number = current.id == 0 ? 0 : model_.rows.NumberOf(current);
     // A single letter goes on to the next row, a longer text may stay where it is.
     const std::int32_t from = typed.size() == 1 ? number + 1 : std::max(number, 1);
-    const auto first = static_cast<std::size_t>(std::lower_bound(shown.begin(), shown.end(), from) - shown.begin());
+    const auto first = static_cast<std::size_t>(std::lower_bound(shown.begin(), shown.end(), from) -
+                                                shown.begin());
     for (std::size_t step = 0; step < shown.size(); ++step) {
         const std::int32_t candidate = shown[(first + step) % shown.size()];
         const RowRef row = model_.rows.At(candidate);

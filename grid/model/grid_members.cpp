@@ -1,8 +1,7 @@
-#include "grid/model/grid_objects.h"
-#include "grid/model/rows_as_text.h"
-
 #include "automation/coercion.h"
 #include "automation/text.h"
+#include "grid/model/grid_objects.h"
+#include "grid/model/rows_as_text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -97,14 +96,15 @@ Value Find(GridObject& grid, const Call& call) {
 }
 
 std::int32_t PixelsFromPoints(const Value& points, const GridModel& model) {
-    const double pixels = ToNumber(points, model.culture) * model.layout.metrics.dpi / kPointsPerInch;
+    const double pixels =
+        ToNumber(points, model.culture) * model.layout.metrics.dpi / kPointsPerInch;
     return static_cast<std::int32_t>(std::clamp(std::floor(pixels + 1e-6), -1e9, 1e9));
 }
 
 Value HitTest(GridObject& grid, const Call& call) {
     GridModel& model = *grid.model;
-    return std::make_shared<HitTestObject>(model.HitTest(PixelsFromPoints(call.At(0), model),
-                                                         PixelsFromPoints(call.At(1), model)));
+    return std::make_shared<HitTestObject>(
+        model.HitTest(PixelsFromPoints(call.At(0), model), PixelsFromPoints(call.At(1), model)));
 }
 
 Value Sort(GridObject& grid, const Call& call) {
@@ -145,7 +145,8 @@ Value RefreshSort(GridObject& grid, const Call& call) {
 
 Value Expand(GridObject& grid, const Call& call) {
     GridModel& model = *grid.model;
-    const RowRef row = call.At(0).IsAbsent() ? model.rows.LastAdded() : RowFrom(grid.model, call.At(0));
+    const RowRef row =
+        call.At(0).IsAbsent() ? model.rows.LastAdded() : RowFrom(grid.model, call.At(0));
     if (model.rows.IsAlive(row)) {
         model.Expand(row);
     }
@@ -168,31 +169,45 @@ Value LoadRowsFromText(GridObject& grid, const Call& call) {
     return {};
 }
 
+template <typename Collection>
+Value CollectionOf(GridObject& grid, const Call&) {
+    return std::make_shared<Collection>(grid.model);
+}
+
+template <bool Layout::*option>
+Value LayoutSwitch(GridObject& grid, const Call& call) {
+    return Switch(grid, call, grid.model->layout.*option);
+}
+
+template <bool GridOptions::*option>
+Value OptionSwitch(GridObject& grid, const Call& call) {
+    return Switch(grid, call, grid.model->options.*option);
+}
+
+Value ExpandAll(GridObject& grid, const Call&) {
+    return SetAllExpanded(grid, true);
+}
+
+Value CollapseAll(GridObject& grid, const Call&) {
+    return SetAllExpanded(grid, false);
+}
+
 std::vector<Member<GridObject>> Table() {
     return {
-        {{u"Columns", kGet, u""},
-         [](GridObject& grid, const Call&) -> Value { return std::make_shared<ColumnsObject>(grid.model); }},
-        {{u"Rows", kGet, u""},
-         [](GridObject& grid, const Call&) -> Value { return std::make_shared<RowsObject>(grid.model); }},
-        {{u"Groups", kGet, u""},
-         [](GridObject& grid, const Call&) -> Value { return std::make_shared<GroupsObject>(grid.model); }},
-        {{u"Selection", kGet, u""},
-         [](GridObject& grid, const Call&) -> Value { return std::make_shared<SelectionObject>(grid.model); }},
+        {{u"Columns", kGet, u""}, CollectionOf<ColumnsObject>},
+        {{u"Rows", kGet, u""}, CollectionOf<RowsObject>},
+        {{u"Groups", kGet, u""}, CollectionOf<GroupsObject>},
+        {{u"Selection", kGet, u""}, CollectionOf<SelectionObject>},
         {{u"CurrentRow", kGetPut, u""}, CurrentRow},
         {{u"Redraw", kGetPut, u""}, Redraw},
-        {{u"GroupByBox", kGetPut, u""},
-         [](GridObject& grid, const Call& call) { return Switch(grid, call, grid.model->layout.groupByBox); }},
+        {{u"GroupByBox", kGetPut, u""}, LayoutSwitch<&Layout::groupByBox>},
         {{u"GroupByBoxText", kGetPut, u""}, GroupByBoxText},
         {{u"GroupIndent", kGetPut, u""}, GroupIndent},
         {{u"ImageList", kGetPut, u""}, ImageList},
-        {{u"MultiSelect", kGetPut, u""},
-         [](GridObject& grid, const Call& call) { return Switch(grid, call, grid.model->options.multiSelect); }},
-        {{u"FullRowSelect", kGetPut, u""},
-         [](GridObject& grid, const Call& call) { return Switch(grid, call, grid.model->options.fullRowSelect); }},
-        {{u"AllowEdit", kGetPut, u""},
-         [](GridObject& grid, const Call& call) { return Switch(grid, call, grid.model->options.allowEdit); }},
-        {{u"HeaderVisible", kGetPut, u""},
-         [](GridObject& grid, const Call& call) { return Switch(grid, call, grid.model->layout.headerVisible); }},
+        {{u"MultiSelect", kGetPut, u""}, OptionSwitch<&GridOptions::multiSelect>},
+        {{u"FullRowSelect", kGetPut, u""}, OptionSwitch<&GridOptions::fullRowSelect>},
+        {{u"AllowEdit", kGetPut, u""}, OptionSwitch<&GridOptions::allowEdit>},
+        {{u"HeaderVisible", kGetPut, u""}, LayoutSwitch<&Layout::headerVisible>},
         {{u"hWnd", kGet, u""}, Window},
         {{u"Find", kMethod, u"Column Value [StartRow]"}, Find},
         {{u"HitTest", kMethod, u"x y"}, HitTest},
@@ -200,8 +215,8 @@ std::vector<Member<GridObject>> Table() {
         {{u"RefreshRows", kMethod, u"Row Column"}, RefreshRows},
         {{u"RefreshSort", kMethod, u"Row Column [List]"}, RefreshSort},
         {{u"Expand", kMethod, u"[Row]"}, Expand},
-        {{u"ExpandAll", kMethod, u""}, [](GridObject& grid, const Call&) { return SetAllExpanded(grid, true); }},
-        {{u"CollapseAll", kMethod, u""}, [](GridObject& grid, const Call&) { return SetAllExpanded(grid, false); }},
+        {{u"ExpandAll", kMethod, u""}, ExpandAll},
+        {{u"CollapseAll", kMethod, u""}, CollapseAll},
         {{u"SaveRowsAsText", kMethod, u"Separator"}, SaveRowsAsText},
         {{u"LoadRowsFromText", kMethod, u"Text Separator"}, LoadRowsFromText},
     };
@@ -229,7 +244,8 @@ RowRef RowFrom(const SharedGrid& grid, const Value& rowOrNumber) {
     }
     const auto* row = dynamic_cast<const RowObject*>(object->get());
     if (row == nullptr || row->model != grid) {
-        throw Failure(failure_number::kTypeMismatch, u"A row of this grid or a row number was expected");
+        throw Failure(failure_number::kTypeMismatch,
+                      u"A row of this grid or a row number was expected");
     }
     if (!grid->rows.IsAlive(row->row)) {
         throw Failure(failure_number::kObjectGone, u"The row has been removed from the grid");
@@ -240,7 +256,8 @@ RowRef RowFrom(const SharedGrid& grid, const Value& rowOrNumber) {
 bool IsDescending(const Value& order, const Culture& culture) {
     const std::int32_t number = order.IsAbsent() ? 0 : ToLong(order, culture);
     if (number != 0 && number != 1) {
-        throw Failure(failure_number::kInvalidArgument, u"Order is 0 (ascending) or 1 (descending)");
+        throw Failure(failure_number::kInvalidArgument,
+                      u"Order is 0 (ascending) or 1 (descending)");
     }
     return number == 1;
 }

@@ -71,7 +71,8 @@ void GridModel::Expand(const RowRef& row) {
 void GridModel::ChangeGroups(std::vector<Grouping> groups) {
     rows.SetGroups(std::move(groups));
     Changed();
-    std::array<Value, 2> arguments{static_cast<std::int32_t>(rows.Groups().size()), std::int32_t{0}};
+    std::array<Value, 2> arguments{static_cast<std::int32_t>(rows.Groups().size()),
+                                   std::int32_t{0}};
     events.Raise(u"AfterGroupChange", arguments);
 }
 
@@ -140,20 +141,26 @@ bool GridModel::ClickHeading(std::size_t column) {
 }
 
 bool GridModel::AskGroupChange(GroupOperation operation, std::int32_t what, std::int32_t place) {
-    std::array<Value, 7> arguments{static_cast<std::int32_t>(operation), what, place, std::int32_t{0},
-                                   std::int32_t{0}, false, false};
+    std::array<Value, 7> arguments{static_cast<std::int32_t>(operation),
+                                   what,
+                                   place,
+                                   std::int32_t{0},
+                                   std::int32_t{0},
+                                   false,
+                                   false};
     events.Raise(u"BeforeGroupChange", arguments);
     return !ToBoolean(arguments[6], culture);
 }
 
 bool GridModel::GroupByUser(std::size_t column, std::size_t place) {
     std::vector<Grouping> groups = rows.Groups();
-    const bool isGrouped = std::any_of(groups.begin(), groups.end(),
-                                       [&](const Grouping& group) { return group.column == column; });
+    const bool isGrouped = std::any_of(groups.begin(), groups.end(), [&](const Grouping& group) {
+        return group.column == column;
+    });
     const std::size_t at = std::min(place, groups.size());
-    if (isGrouped || !AskGroupChange(GroupOperation::Add,
-                                     static_cast<std::int32_t>(columns.PositionOf(column)),
-                                     static_cast<std::int32_t>(at))) {
+    if (isGrouped ||
+        !AskGroupChange(GroupOperation::Add, static_cast<std::int32_t>(columns.PositionOf(column)),
+                        static_cast<std::int32_t>(at))) {
         return false;
     }
     groups.insert(groups.begin() + static_cast<std::ptrdiff_t>(at), Grouping{column, false});

@@ -1,8 +1,7 @@
-#include "grid/model/grid_objects.h"
-#include "grid/model/item_sequence.h"
-
 #include "automation/coercion.h"
 #include "automation/text.h"
+#include "grid/model/grid_objects.h"
+#include "grid/model/item_sequence.h"
 
 #include <algorithm>
 
@@ -20,7 +19,8 @@ std::size_t Place(const Value& value, std::size_t count, const Culture& culture,
                   std::u16string_view what) {
     const std::int32_t place = ToLong(value, culture);
     if (place < 1 || static_cast<std::size_t>(place) > count) {
-        throw Failure(failure_number::kBadIndex, std::u16string(what) + u" are numbered from 1 to " +
+        throw Failure(failure_number::kBadIndex, std::u16string(what) +
+                                                     u" are numbered from 1 to " +
                                                      DecimalText(static_cast<long long>(count)));
     }
     return static_cast<std::size_t>(place) - 1;
@@ -40,7 +40,8 @@ Value AddGroup(GroupsObject& object, const Call& call) {
     std::vector<Grouping> groups = model.rows.Groups();
     if (std::any_of(groups.begin(), groups.end(),
                     [&](const Grouping& group) { return group.column == column; })) {
-        throw Failure(failure_number::kInvalidArgument, u"The grid is grouped by this column already");
+        throw Failure(failure_number::kInvalidArgument,
+                      u"The grid is grouped by this column already");
     }
     groups.push_back({column, IsDescending(call.At(1), model.culture)});
     model.ChangeGroups(std::move(groups));
@@ -114,17 +115,23 @@ std::vector<Member<SelectionObject>> SelectionTable() {
 
 std::vector<Member<RangeObject>> RangeTable() {
     return {
-        {{u"First", kGet, u""}, [](RangeObject& object, const Call&) -> Value { return object.range.first; }},
-        {{u"Last", kGet, u""}, [](RangeObject& object, const Call&) -> Value { return object.range.second; }},
+        {{u"First", kGet, u""},
+         [](RangeObject& object, const Call&) -> Value { return object.range.first; }},
+        {{u"Last", kGet, u""},
+         [](RangeObject& object, const Call&) -> Value { return object.range.second; }},
     };
 }
 
 std::vector<Member<HitTestObject>> HitTestTable() {
     return {
-        {{u"Row", kGet, u""}, [](HitTestObject& test, const Call&) -> Value { return test.hit.row; }},
-        {{u"Column", kGet, u""}, [](HitTestObject& test, const Call&) -> Value { return test.hit.column; }},
+        {{u"Row", kGet, u""},
+         [](HitTestObject& test, const Call&) -> Value { return test.hit.row; }},
+        {{u"Column", kGet, u""},
+         [](HitTestObject& test, const Call&) -> Value { return test.hit.column; }},
         {{u"Area", kGet, u""},
-         [](HitTestObject& test, const Call&) -> Value { return static_cast<std::int32_t>(test.hit.area); }},
+         [](HitTestObject& test, const Call&) -> Value {
+             return static_cast<std::int32_t>(test.hit.area);
+         }},
     };
 }
 
@@ -138,7 +145,8 @@ const MemberTable<GroupsObject>& GroupsObject::Members() {
 std::shared_ptr<Sequence> GroupsObject::Enumerate() {
     const SharedGrid grid = model;
     return std::make_shared<ItemSequence>(
-        grid->rows.Groups().size(), [grid, groups = grid->rows.Groups()](std::size_t place) -> Value {
+        grid->rows.Groups().size(),
+        [grid, groups = grid->rows.Groups()](std::size_t place) -> Value {
             return std::make_shared<ColumnObject>(grid, groups[place].column);
         });
 }

@@ -12,7 +12,9 @@ namespace talvix::grid {
 
 /// A line of the display: a data row's slot, or the complement of a group heading's node.
 using Line = std::int32_t;
-constexpr bool IsHeading(Line line) { return line < 0; }
+constexpr bool IsHeading(Line line) {
+    return line < 0;
+}
 constexpr std::int32_t kNoNode = -1;
 
 struct Grouping {
@@ -48,7 +50,8 @@ public:
 
     /// Builds all headings anew. One that was there before keeps its number, stays open or closed
     /// and selected or not. `groupOf` receives the innermost heading of each slot.
-    void Build(const Source& source, std::vector<Line>& display, std::vector<std::int32_t>& groupOf);
+    void Build(const Source& source, std::vector<Line>& display,
+               std::vector<std::int32_t>& groupOf);
     void Clear() { nodes_.clear(); }
 
     std::vector<GroupNode>& Nodes() { return nodes_; }

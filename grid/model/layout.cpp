@@ -24,7 +24,9 @@ std::int32_t Layout::LeftOf(std::size_t position) const {
     return left;
 }
 
-std::int32_t Layout::TotalWidth() const { return LeftOf(columns_.Count()) + scrollX; }
+std::int32_t Layout::TotalWidth() const {
+    return LeftOf(columns_.Count()) + scrollX;
+}
 
 std::int32_t Layout::ColumnAt(std::int32_t x) const {
     std::int32_t right = -scrollX;

@@ -19,11 +19,19 @@ struct Box {
     std::int32_t top = 0;
     std::int32_t right = 0;
     std::int32_t bottom = 0;
-    bool Holds(std::int32_t x, std::int32_t y) const { return x >= left && x < right && y >= top && y < bottom; }
+    bool Holds(std::int32_t x, std::int32_t y) const {
+        return x >= left && x < right && y >= top && y < bottom;
+    }
 };
 
 /// What lies at a point, as the control's automation numbers it.
-enum class Area : std::int32_t { Nothing = 0, GroupByBox = 1, Heading = 2, Cell = 3, GroupHeading = 4 };
+enum class Area : std::int32_t {
+    Nothing = 0,
+    GroupByBox = 1,
+    Heading = 2,
+    Cell = 3,
+    GroupHeading = 4
+};
 
 /// Where the parts of the display lie. All lengths are pixels from the control's top left corner.
 class Layout {
@@ -33,7 +41,7 @@ public:
     Metrics metrics;
     bool groupByBox = false;
     bool headerVisible = true;
-    std::int32_t scrollX = 0;  ///< pixels that have gone out to the left
+    std::int32_t scrollX = 0;   ///< pixels that have gone out to the left
     std::int32_t firstLine = 0; ///< shown line at the top, from 0
 
     std::int32_t Scaled(std::int32_t units) const { return units * metrics.dpi / 96; }

@@ -1,7 +1,6 @@
+#include "automation/coercion.h"
 #include "grid/model/grid_objects.h"
 #include "grid/model/item_sequence.h"
-
-#include "automation/coercion.h"
 
 namespace talvix::grid {
 
@@ -107,7 +106,9 @@ std::vector<Member<RowObject>> RowTable() {
         {{u"Text", kGet, u"Column"}, CellText},
         {{u"Picture", kGetPut, u"Column"}, Picture},
         {{u"IsGroup", kGet, u""},
-         [](RowObject& row, const Call&) -> Value { return row.model->rows.HeadingOf(row.row) != nullptr; }},
+         [](RowObject& row, const Call&) -> Value {
+             return row.model->rows.HeadingOf(row.row) != nullptr;
+         }},
         {{u"Number", kGet, u""},
          [](RowObject& row, const Call&) -> Value { return row.model->rows.NumberOf(row.row); }},
         {{u"Level", kGet, u""},

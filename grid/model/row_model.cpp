@@ -9,7 +9,9 @@ namespace talvix::grid {
 
 namespace {
 
-Slot SlotIn(const RowRef& row) { return static_cast<Slot>(row.line); }
+Slot SlotIn(const RowRef& row) {
+    return static_cast<Slot>(row.line);
+}
 
 } // namespace
 
@@ -44,9 +46,9 @@ void RowModel::CheckAlive(const RowRef& row) const {
 RowRef RowModel::At(std::int32_t number) {
     Compact();
     if (number < 1 || number > Count()) {
-        throw Failure(failure_number::kBadIndex,
-                      u"There is no row " + DecimalText(number) + u"; rows are numbered from 1 to " +
-                          DecimalText(Count()));
+        throw Failure(failure_number::kBadIndex, u"There is no row " + DecimalText(number) +
+                                                     u"; rows are numbered from 1 to " +
+                                                     DecimalText(Count()));
     }
     return RefOf(Lines()[static_cast<std::size_t>(number) - 1]);
 }
@@ -157,8 +159,9 @@ void RowModel::EnsurePositions() {
     headingPositions_.assign(tree_.Nodes().size(), 0);
     for (std::size_t at = 0; at < lines.size(); ++at) {
         const Line line = lines[at];
-        std::int32_t& position = IsHeading(line) ? headingPositions_[static_cast<std::size_t>(~line)]
-                                                 : positions_[static_cast<Slot>(line)];
+        std::int32_t& position = IsHeading(line)
+                                     ? headingPositions_[static_cast<std::size_t>(~line)]
+                                     : positions_[static_cast<Slot>(line)];
         position = static_cast<std::int32_t>(at);
     }
     positionsValid_ = true;
@@ -201,7 +204,8 @@ Value RowModel::Get(const RowRef& row, std::size_t column) const {
 void RowModel::Set(const RowRef& row, std::size_t column, const Value& value) {
     CheckAlive(row);
     if (IsHeading(row.line)) {
-        throw Failure(failure_number::kInvalidArgument, u"A group heading's value cannot be written");
+        throw Failure(failure_number::kInvalidArgument,
+                      u"A group heading's value cannot be written");
     }
     cells_.Set(SlotIn(row), column, value);
     index_.Enter(column, SlotIn(row));

@@ -19,8 +19,8 @@ struct RowRef {
 
 using Range = std::pair<std::int32_t, std::int32_t>;
 
-/// Rows in display order with their cells, sorting, grouping, selection and current row. Row numbers
-/// are counted from 1 and include group headings. What is not there raises Failure.
+/// Rows in display order with their cells, sorting, grouping, selection and current row. Row
+/// numbers are counted from 1 and include group headings. What is not there raises Failure.
 class RowModel {
 public:
     RowModel(ColumnSet& columns, const Culture& culture)
@@ -110,7 +110,7 @@ private:
     std::int32_t deadLines_ = 0;
     bool positionsValid_ = true;
     RowRef current_, lastAdded_;
-    std::uint64_t version_ = 1; ///< of order and selection
+    std::uint64_t version_ = 1;       ///< of order and selection
     std::uint64_t rangesVersion_ = 0; ///< at which ranges_ and shown_ were made
     std::uint64_t shownVersion_ = 0;
     std::vector<Range> ranges_;

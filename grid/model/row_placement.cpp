@@ -1,6 +1,5 @@
-#include "grid/model/row_model.h"
-
 #include "automation/failure.h"
+#include "grid/model/row_model.h"
 #include "grid/model/sort_keys.h"
 
 #include <algorithm>
@@ -62,7 +61,8 @@ std::int32_t RowModel::LevelOf(const RowRef& row) const {
 
 void RowModel::SetExpanded(const RowRef& row, bool expanded) {
     if (HeadingOf(row) == nullptr) {
-        throw Failure(failure_number::kInvalidArgument, u"Only a group heading can be opened or closed");
+        throw Failure(failure_number::kInvalidArgument,
+                      u"Only a group heading can be opened or closed");
     }
     tree_.At(NodeOf(row)).expanded = expanded;
     Touch();
@@ -77,8 +77,8 @@ void RowModel::SetAllExpanded(bool expanded) {
 
 void RowModel::Reveal(const RowRef& row) {
     CheckAlive(row);
-    std::int32_t node = IsHeading(row.line) ? tree_.At(NodeOf(row)).parent
-                                            : groupOf_[static_cast<Slot>(row.line)];
+    std::int32_t node =
+        IsHeading(row.line) ? tree_.At(NodeOf(row)).parent : groupOf_[static_cast<Slot>(row.line)];
     for (; node != kNoNode; node = tree_.At(node).parent) {
         if (!tree_.At(node).expanded) {
             tree_.At(node).expanded = true;

@@ -1,7 +1,6 @@
-#include "grid/model/row_model.h"
-
 #include "automation/failure.h"
 #include "automation/text.h"
+#include "grid/model/row_model.h"
 
 #include <algorithm>
 
@@ -26,9 +25,9 @@ void RowModel::Select(const RowRef& row, bool selected) {
 void RowModel::SelectRange(std::int32_t first, std::int32_t last) {
     Compact();
     if (first < 1 || last > Count() || first > last) {
-        throw Failure(failure_number::kBadIndex,
-                      u"A range of rows lies between 1 and " + DecimalText(Count()) +
-                          u", its first row not behind its last");
+        throw Failure(failure_number::kBadIndex, u"A range of rows lies between 1 and " +
+                                                     DecimalText(Count()) +
+                                                     u", its first row not behind its last");
     }
     for (std::int32_t number = first; number <= last; ++number) {
         const Line line = Lines()[static_cast<std::size_t>(number) - 1];
@@ -58,8 +57,8 @@ const std::vector<Range>& RowModel::Ranges() {
     const std::vector<Line>& lines = Lines();
     for (std::size_t at = 0; at < lines.size(); ++at) {
         const Line line = lines[at];
-        const bool selected = IsHeading(line) ? tree_.At(~line).selected
-                                              : selected_[static_cast<Slot>(line)] != 0;
+        const bool selected =
+            IsHeading(line) ? tree_.At(~line).selected : selected_[static_cast<Slot>(line)] != 0;
         const auto number = static_cast<std::int32_t>(at) + 1;
         if (!selected) {
             continue;

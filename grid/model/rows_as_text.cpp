@@ -13,13 +13,14 @@ namespace talvix::grid {
 
 namespace {
 
-/// Fewest digits that are read back as the same number. The library's own conversion to the shortest
-/// form would weigh more than the rest of the grid's model.
+/// Fewest digits that are read back as the same number. The library's own conversion to the
+/// shortest form would weigh more than the rest of the grid's model.
 std::u16string PlainText(double number) {
     char digits[40]{};
     for (int precision = 15; precision <= 17; ++precision) {
         std::snprintf(digits, sizeof digits, "%.*g", precision, number);
-        std::replace(digits, digits + sizeof digits, ',', '.'); // a host may have set its own locale
+        std::replace(digits, digits + sizeof digits, ',',
+                     '.'); // a host may have set its own locale
         const auto read = PlainNumber(FromUtf8(digits));
         if (read && *read == number) {
             break;
@@ -92,7 +93,8 @@ void LoadRows(GridModel& model, std::u16string_view text, std::u16string_view se
         const RowRef row = model.rows.Add();
         for (std::size_t position = 0; position < line.size(); ++position) {
             const std::size_t column = model.columns.IndexAt(position);
-            model.rows.Set(row, column, ReadField(line[position], model.columns.At(column).dataType));
+            model.rows.Set(row, column,
+                           ReadField(line[position], model.columns.At(column).dataType));
         }
     }
     model.Changed();

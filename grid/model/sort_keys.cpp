@@ -91,7 +91,8 @@ std::optional<double> NumberOf(const Value& value, DataType type, const Culture&
 }
 
 std::u16string TextOf(const Value& value, const Culture& culture) {
-    return value.Is<Object>() || value.Is<List>() || value.Is<ErrorCode>() ? u"" : ToText(value, culture);
+    return value.Is<Object>() || value.Is<List>() || value.Is<ErrorCode>() ? u""
+                                                                           : ToText(value, culture);
 }
 
 } // namespace

@@ -7,8 +7,9 @@
 
 namespace talvix::grid {
 
-/// Memory for a grid's many short texts: cut from large blocks in steps of 16 bytes, given back into one list per size.
-/// Long texts get memory of their own, which has to be given back; the blocks go with the object.
+/// Memory for a grid's many short texts: cut from large blocks in steps of 16 bytes, given back
+/// into one list per size. Long texts get memory of their own, which has to be given back; the
+/// blocks go with the object.
 class TextMemory {
 public:
     TextMemory() = default;

@@ -14,13 +14,18 @@ constexpr std::size_t kFirstSize = 64;
 
 bool SameUnits(const PooledText& pooled, std::u16string_view text) {
     return pooled.length == text.size() &&
-           (text.empty() || std::memcmp(&pooled + 1, text.data(), text.size() * sizeof(char16_t)) == 0);
+           (text.empty() ||
+            std::memcmp(&pooled + 1, text.data(), text.size() * sizeof(char16_t)) == 0);
 }
 
 /// The lowest bit is always set and says nothing.
-std::size_t Home(std::uint32_t hash, std::size_t mask) { return (hash >> 1U) & mask; }
+std::size_t Home(std::uint32_t hash, std::size_t mask) {
+    return (hash >> 1U) & mask;
+}
 
-std::size_t BytesOf(std::size_t length) { return sizeof(PooledText) + length * sizeof(char16_t); }
+std::size_t BytesOf(std::size_t length) {
+    return sizeof(PooledText) + length * sizeof(char16_t);
+}
 
 } // namespace
 
@@ -41,7 +46,9 @@ PooledText* TextPool::NewText(std::u16string_view text, std::uint32_t hash) {
     return pooled;
 }
 
-void TextPool::EndText(PooledText* text) { memory_.GiveBack(text, BytesOf(text->length)); }
+void TextPool::EndText(PooledText* text) {
+    memory_.GiveBack(text, BytesOf(text->length));
+}
 
 std::size_t TextPool::SlotOf(std::u16string_view text, std::uint32_t hash) const {
     const std::size_t mask = slots_.size() - 1;

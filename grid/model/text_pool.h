@@ -43,7 +43,8 @@ private:
 
     TextMemory memory_;
     std::vector<PooledText*> slots_;
-    std::vector<std::uint32_t> hashes_; ///< of the texts in the slots, 0 for a free slot: searched first
+    std::vector<std::uint32_t>
+        hashes_; ///< of the texts in the slots, 0 for a free slot: searched first
     std::size_t count_ = 0;
 };
 

@@ -46,27 +46,30 @@ std::string Win32Locale::SortKey(std::u16string_view text) const {
 
 std::u16string Win32Locale::DateText(Date date) const {
     Bstr text;
-    return SUCCEEDED(VarBstrFromDate(date.days, LOCALE_USER_DEFAULT, 0, text.Out())) ? text.Text()
-                                                                                    : std::u16string();
+    return SUCCEEDED(VarBstrFromDate(date.days, LOCALE_USER_DEFAULT, 0, text.Out()))
+               ? text.Text()
+               : std::u16string();
 }
 
 std::optional<Date> Win32Locale::ReadDate(std::u16string_view text) const {
     Date date;
     const std::u16string ended(text);
-    const HRESULT result = VarDateFromStr(const_cast<wchar_t*>(Wide(ended)), LOCALE_USER_DEFAULT, 0, &date.days);
+    const HRESULT result =
+        VarDateFromStr(const_cast<wchar_t*>(Wide(ended)), LOCALE_USER_DEFAULT, 0, &date.days);
     return SUCCEEDED(result) ? std::optional(date) : std::nullopt;
 }
 
 std::u16string Win32Locale::NumberText(double number) const {
     Bstr text;
     return SUCCEEDED(VarBstrFromR8(number, LOCALE_USER_DEFAULT, 0, text.Out())) ? text.Text()
-                                                                               : std::u16string();
+                                                                                : std::u16string();
 }
 
 std::optional<double> Win32Locale::ReadNumber(std::u16string_view text) const {
     double number = 0;
     const std::u16string ended(text);
-    const HRESULT result = VarR8FromStr(const_cast<wchar_t*>(Wide(ended)), LOCALE_USER_DEFAULT, 0, &number);
+    const HRESULT result =
+        VarR8FromStr(const_cast<wchar_t*>(Wide(ended)), LOCALE_USER_DEFAULT, 0, &number);
     return SUCCEEDED(result) ? std::optional(number) : std::nullopt;
 }
 
@@ -78,7 +81,8 @@ std::u16string Win32Locale::GroupedText(double number) const {
         return {};
     }
     Bstr text;
-    const HRESULT result = VarFormatNumber(&value, 0, kUserDefault, kUserDefault, -1, 0, text.Out());
+    const HRESULT result =
+        VarFormatNumber(&value, 0, kUserDefault, kUserDefault, -1, 0, text.Out());
     return SUCCEEDED(result) ? text.Text() : std::u16string();
 }
 

@@ -7,7 +7,8 @@
 namespace talvix {
 
 /// Owns a handle of Windows and ends it as its traits say.
-template <typename Traits> class Owned {
+template <typename Traits>
+class Owned {
 public:
     using Handle = typename Traits::Handle;
 
@@ -60,7 +61,8 @@ struct IconTraits {
     static Handle None() { return nullptr; }
     static void End(Handle handle) { DestroyIcon(handle); }
 };
-template <typename Object> struct GdiTraits {
+template <typename Object>
+struct GdiTraits {
     using Handle = Object;
     static Handle None() { return nullptr; }
     static void End(Handle handle) { DeleteObject(handle); }

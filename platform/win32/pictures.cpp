@@ -17,13 +17,14 @@ Value LoadPicture(std::int32_t number) {
     PICTDESC description{};
     description.cbSizeofstruct = sizeof description;
     description.picType = PICTYPE_ICON;
-    description.icon.hicon = static_cast<HICON>(
-        LoadImageW(ModuleHandle(), MAKEINTRESOURCEW(number), IMAGE_ICON, size, size, LR_DEFAULTCOLOR));
+    description.icon.hicon = static_cast<HICON>(LoadImageW(
+        ModuleHandle(), MAKEINTRESOURCEW(number), IMAGE_ICON, size, size, LR_DEFAULTCOLOR));
     if (description.icon.hicon == nullptr) {
         throw Failure(failure_number::kUnexpected, u"A picture of the component cannot be loaded");
     }
     ComPtr<IDispatch> picture;
-    const HRESULT result = OleCreatePictureIndirect(&description, IID_IPictureDisp, TRUE, picture.OutAny());
+    const HRESULT result =
+        OleCreatePictureIndirect(&description, IID_IPictureDisp, TRUE, picture.OutAny());
     if (FAILED(result)) {
         throw Failure(result, u"A picture object cannot be made");
     }

@@ -38,12 +38,14 @@ std::optional<RegistryValue> Win32Registry::Read(std::uint32_t root, std::u16str
     DWORD bytes = 0;
     DWORD type = 0;
     if (RegOpenKeyExW(Root(root), Wide(path), 0, KEY_QUERY_VALUE, opened.Out()) != ERROR_SUCCESS ||
-        RegQueryValueExW(opened.Get(), Wide(value), nullptr, &type, nullptr, &bytes) != ERROR_SUCCESS) {
+        RegQueryValueExW(opened.Get(), Wide(value), nullptr, &type, nullptr, &bytes) !=
+            ERROR_SUCCESS) {
         return std::nullopt;
     }
     std::vector<BYTE> content(bytes + sizeof(char16_t));
     read.type = type;
-    if (RegQueryValueExW(opened.Get(), Wide(value), nullptr, &type, content.data(), &bytes) != ERROR_SUCCESS) {
+    if (RegQueryValueExW(opened.Get(), Wide(value), nullptr, &type, content.data(), &bytes) !=
+        ERROR_SUCCESS) {
         return std::nullopt;
     }
     if (read.type == kRegistryText) {
@@ -60,8 +62,8 @@ void Win32Registry::WriteText(std::uint32_t root, std::u16string_view key, std::
     Write(root, key, name, REG_SZ, text.data(), text.size() * sizeof(char16_t));
 }
 
-void Win32Registry::WriteNumber(std::uint32_t root, std::u16string_view key, std::u16string_view name,
-                                std::uint32_t number) {
+void Win32Registry::WriteNumber(std::uint32_t root, std::u16string_view key,
+                                std::u16string_view name, std::uint32_t number) {
     Write(root, key, name, REG_DWORD, &number, sizeof number);
 }
 

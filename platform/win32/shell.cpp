@@ -16,8 +16,8 @@ namespace {
 
 constexpr UINT kSmallIcon = SHGFI_SYSICONINDEX | SHGFI_ICON | SHGFI_SMALLICON;
 /// With SHGFI_EXETYPE the call is defined for that flag alone; shells that mind answer without it.
-constexpr UINT kType = SHGFI_SYSICONINDEX | SHGFI_EXETYPE | SHGFI_TYPENAME | SHGFI_DISPLAYNAME |
-                       SHGFI_SHELLICONSIZE;
+constexpr UINT kType =
+    SHGFI_SYSICONINDEX | SHGFI_EXETYPE | SHGFI_TYPENAME | SHGFI_DISPLAYNAME | SHGFI_SHELLICONSIZE;
 constexpr UINT kTypeWithoutExeType = kType & ~static_cast<UINT>(SHGFI_EXETYPE);
 
 /// Asks with an icon handed out, which is given back at once.
@@ -36,7 +36,8 @@ std::u16string AskForType(const std::u16string& path, UINT flags) {
 
 std::u16string DefaultValue(const std::u16string& key) {
     OwnedKey opened;
-    if (RegOpenKeyExW(HKEY_CLASSES_ROOT, Wide(key), 0, KEY_QUERY_VALUE, opened.Out()) != ERROR_SUCCESS) {
+    if (RegOpenKeyExW(HKEY_CLASSES_ROOT, Wide(key), 0, KEY_QUERY_VALUE, opened.Out()) !=
+        ERROR_SUCCESS) {
         return {};
     }
     std::u16string text(300, u'\0');

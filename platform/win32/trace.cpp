@@ -22,8 +22,9 @@ void Win32Trace::Note(std::u16string_view procedure, std::u16string_view text) {
     }
     const std::u16string line = std::u16string(procedure) + u": " + std::u16string(text) + u"\r\n";
     OutputDebugStringW(Wide(line));
-    const OwnedFile file(CreateFileW(Wide(file_), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                     nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const OwnedFile file(CreateFileW(Wide(file_), FILE_APPEND_DATA,
+                                     FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
+                                     FILE_ATTRIBUTE_NORMAL, nullptr));
     if (file) {
         const std::string bytes = ToUtf8(line);
         DWORD written = 0;

@@ -14,7 +14,9 @@ inline const wchar_t* Wide(const std::u16string& text) {
     return reinterpret_cast<const wchar_t*>(text.c_str());
 }
 /// Writable units of a text that Windows is to fill.
-inline wchar_t* WideBuffer(std::u16string& text) { return reinterpret_cast<wchar_t*>(text.data()); }
+inline wchar_t* WideBuffer(std::u16string& text) {
+    return reinterpret_cast<wchar_t*>(text.data());
+}
 /// Units without a closing NUL.
 inline const wchar_t* WideUnits(std::u16string_view text) {
     return reinterpret_cast<const wchar_t*>(text.data());

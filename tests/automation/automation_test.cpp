@@ -71,7 +71,8 @@ TEST(Dates, IsoTextIsReadBackAndNothingElseIs) {
     EXPECT_EQ(IsoText(date), u"2003-12-31 14:05:00");
     EXPECT_EQ(ReadIsoText(u"2003-12-31 14:05:00")->days, date.days);
     EXPECT_TRUE(ReadIsoText(u"2003-12-31"));
-    for (const auto* bad : {u"", u"2003-02-30", u"31.12.2003", u"2003-12-31 25:00:00", u"2003-12-31x", u"2003-1-1"}) {
+    for (const auto* bad :
+         {u"", u"2003-02-30", u"31.12.2003", u"2003-12-31 25:00:00", u"2003-12-31x", u"2003-1-1"}) {
         EXPECT_FALSE(ReadIsoText(bad)) << ToUtf8(bad);
     }
 }
@@ -112,7 +113,7 @@ TEST(ResumeNext, SkipsAFailingStatementNotesItAndGoesOn) {
     FakeTrace trace;
     ResumeNext next{trace, u"Schritte"};
     int value = 1;
-    EXPECT_FALSE(next([&] { value = [] () -> int { throw Failure(5, u"kaputt"); }(); }));
+    EXPECT_FALSE(next([&] { value = []() -> int { throw Failure(5, u"kaputt"); }(); }));
     EXPECT_EQ(value, 1);
     EXPECT_TRUE(next([&] { value = 2; }));
     EXPECT_EQ(value, 2);

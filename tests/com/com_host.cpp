@@ -26,8 +26,8 @@ void Collect(HKEY root, const std::u16string& path, std::vector<std::u16string>&
         wchar_t data[1024]{};
         DWORD length = 256;
         DWORD bytes = sizeof data - 2;
-        if (RegEnumValueW(key.Get(), index, name, &length, nullptr, nullptr, reinterpret_cast<BYTE*>(data), &bytes) !=
-            ERROR_SUCCESS) {
+        if (RegEnumValueW(key.Get(), index, name, &length, nullptr, nullptr,
+                          reinterpret_cast<BYTE*>(data), &bytes) != ERROR_SUCCESS) {
             break;
         }
         lines.push_back(path + u" : " + TextOf(name) + u" = " + TextOf(data));
@@ -35,7 +35,8 @@ void Collect(HKEY root, const std::u16string& path, std::vector<std::u16string>&
     for (DWORD index = 0;; ++index) {
         wchar_t name[256];
         DWORD length = 256;
-        if (RegEnumKeyExW(key.Get(), index, name, &length, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) {
+        if (RegEnumKeyExW(key.Get(), index, name, &length, nullptr, nullptr, nullptr, nullptr) !=
+            ERROR_SUCCESS) {
             break;
         }
         Collect(root, path + u"\\" + TextOf(name), lines);
@@ -46,7 +47,8 @@ void RemoveTree(const std::u16string& folder) {
     WIN32_FIND_DATAW data{};
     {
         const OwnedFind find(FindFirstFileW(Wide(folder + u"\\*"), &data));
-        for (bool more = static_cast<bool>(find); more; more = FindNextFileW(find.Get(), &data) != FALSE) {
+        for (bool more = static_cast<bool>(find); more;
+             more = FindNextFileW(find.Get(), &data) != FALSE) {
             const std::u16string name = TextOf(data.cFileName);
             const std::u16string path = folder + u"\\" + name;
             if (name == u"." || name == u"..") {
@@ -74,7 +76,9 @@ HRESULT CreateByName(std::u16string_view programId, ComPtr<IDispatch>& object) {
     CLSID id{};
     const std::u16string name(programId);
     const HRESULT found = CLSIDFromProgID(Wide(name), &id);
-    return FAILED(found) ? found : CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.OutAny());
+    return FAILED(found) ? found
+                         : CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
+                                            object.OutAny());
 }
 
 Late CreateByName(std::u16string_view programId) {
@@ -93,7 +97,8 @@ HRESULT CallExport(std::u16string_view file, const char* name) {
         return HRESULT_FROM_WIN32(GetLastError());
     }
     using Export = HRESULT(WINAPI*)();
-    const auto call = reinterpret_cast<Export>(reinterpret_cast<void*>(GetProcAddress(module, name)));
+    const auto call =
+        reinterpret_cast<Export>(reinterpret_cast<void*>(GetProcAddress(module, name)));
     const HRESULT result = call == nullptr ? E_NOINTERFACE : call();
     FreeLibrary(module);
     return result;
@@ -111,15 +116,19 @@ TemporaryFolder::TemporaryFolder() {
     std::u16string folder(MAX_PATH, u'\0');
     folder.resize(GetTempPathW(MAX_PATH, WideBuffer(folder)));
     static int count = 0;
-    path_ = folder + u"talvix-test-" + DecimalText(GetCurrentProcessId()) + u"-" + DecimalText(++count);
+    path_ =
+        folder + u"talvix-test-" + DecimalText(GetCurrentProcessId()) + u"-" + DecimalText(++count);
     CreateDirectoryW(Wide(path_), nullptr);
 }
 
-TemporaryFolder::~TemporaryFolder() { RemoveTree(path_); }
+TemporaryFolder::~TemporaryFolder() {
+    RemoveTree(path_);
+}
 
 std::u16string TemporaryFolder::Make(std::u16string_view name, std::size_t bytes) const {
     const std::u16string path = path_ + u"\\" + std::u16string(name);
-    const OwnedFile file(CreateFileW(Wide(path), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr));
+    const OwnedFile file(
+        CreateFileW(Wide(path), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr));
     const std::string content(bytes, 'x');
     DWORD written = 0;
     WriteFile(file.Get(), content.data(), static_cast<DWORD>(content.size()), &written, nullptr);
@@ -135,7 +144,9 @@ std::u16string TemporaryFolder::MakeFolder(std::u16string_view name) const {
 namespace grid {
 
 /// The contract's cases run against the registered control as well.
-Late GridUnderTest() { return CreateByName(u"TalvixGrid.Grid"); }
+Late GridUnderTest() {
+    return CreateByName(u"TalvixGrid.Grid");
+}
 
 } // namespace grid
 

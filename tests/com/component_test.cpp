@@ -35,7 +35,9 @@ struct ComponentRig {
         inspector->On(u"ModifiedFormPages", ByName(u"Dokumente", page));
         const auto application = std::make_shared<Expando>(u"Application");
         application->With(u"Version", u"10.0.0.2627");
-        item->With(u"GetInspector", inspector).With(u"Application", application).With(u"UserProperties", properties);
+        item->With(u"GetInspector", inspector)
+            .With(u"Application", application)
+            .With(u"UserProperties", properties);
         common->With(u"strCurrentUser", u"Erika Muster").With(u"AddMessageDescription", Empty());
         managing->With(u"Item", item).With(u"WriteGridDataToItemBody", Empty());
         managing->On(u"GetNextID", [this](std::span<const Value>) -> Value { return nextId++; });
@@ -114,8 +116,20 @@ TEST(Component, EveryMemberAnswersWhateverItIsGiven) {
     ComPtr<IDispatch> main;
     ASSERT_EQ(CreateByName(u"TalvixDMS.Main", main), S_OK);
     const List list = std::make_shared<const std::vector<Value>>(std::vector<Value>{1, Null()});
-    const Value junk[] = {Empty(), Null(), Missing(), true, 1e300, -1, u"", u"x", std::u16string(100000, u'ß'),
-                          Date{-1e9}, ErrorCode{5}, Nothing(), list, std::make_shared<Expando>(u"Leer")};
+    const Value junk[] = {Empty(),
+                          Null(),
+                          Missing(),
+                          true,
+                          1e300,
+                          -1,
+                          u"",
+                          u"x",
+                          std::u16string(100000, u'ß'),
+                          Date{-1e9},
+                          ErrorCode{5},
+                          Nothing(),
+                          list,
+                          std::make_shared<Expando>(u"Leer")};
     for (DISPID member = 1; member <= 23; ++member) {
         if (member == 12) {
             continue; // shows a window
@@ -129,8 +143,8 @@ TEST(Component, EveryMemberAnswersWhateverItIsGiven) {
                 DISPPARAMS parameters{arguments.data(), nullptr, static_cast<UINT>(count), 0};
                 Variant result;
                 EXCEPINFO exception{};
-                EXPECT_EQ(main->Invoke(member, IID_NULL, 0, DISPATCH_METHOD | DISPATCH_PROPERTYGET, &parameters,
-                                       result.Get(), &exception, nullptr),
+                EXPECT_EQ(main->Invoke(member, IID_NULL, 0, DISPATCH_METHOD | DISPATCH_PROPERTYGET,
+                                       &parameters, result.Get(), &exception, nullptr),
                           S_OK)
                     << member;
                 for (VARIANT& argument : arguments) {
@@ -152,7 +166,9 @@ TEST(Component, NoVariableOfTheCallerIsChanged) {
     }
     DISPPARAMS parameters{arguments, nullptr, 4, 0};
     const auto& dispatch = dynamic_cast<const DispatchObject&>(rig.main.Target());
-    EXPECT_EQ(dispatch.Dispatch()->Invoke(7, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr), S_OK);
+    EXPECT_EQ(dispatch.Dispatch()->Invoke(7, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr,
+                                          nullptr, nullptr),
+              S_OK);
     EXPECT_EQ(Bstr::View(path), u"C:\\x\\a.doc");
     EXPECT_EQ(rig.Rows(), 1);
     SysFreeString(path);

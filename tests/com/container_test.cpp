@@ -23,7 +23,8 @@ public:
             arguments[1] = true;
         }
         if (name == u"MouseDown") {
-            place = {std::get<std::int32_t>(arguments[2].Content()), std::get<std::int32_t>(arguments[3].Content())};
+            place = {std::get<std::int32_t>(arguments[2].Content()),
+                     std::get<std::int32_t>(arguments[3].Content())};
         }
     }
     std::u16string names;
@@ -38,9 +39,13 @@ struct ContainerRig {
         using Init = BOOL(WINAPI*)();
         using Attach = HRESULT(WINAPI*)(IUnknown*, HWND, IUnknown**);
         reinterpret_cast<Init>(reinterpret_cast<void*>(GetProcAddress(atl, "AtlAxWinInit")))();
-        frame = CreateWindowExW(0, L"AtlAxWin", L"", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 10, 10, 640, 300, nullptr, nullptr, nullptr, nullptr);
-        const auto attach = reinterpret_cast<Attach>(reinterpret_cast<void*>(GetProcAddress(atl, "AtlAxAttachControl")));
-        EXPECT_EQ(attach(dynamic_cast<const DispatchObject&>(grid.Target()).Dispatch(), frame, container.Out()), S_OK);
+        frame = CreateWindowExW(0, L"AtlAxWin", L"", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 10,
+                                10, 640, 300, nullptr, nullptr, nullptr, nullptr);
+        const auto attach = reinterpret_cast<Attach>(
+            reinterpret_cast<void*>(GetProcAddress(atl, "AtlAxAttachControl")));
+        EXPECT_EQ(attach(dynamic_cast<const DispatchObject&>(grid.Target()).Dispatch(), frame,
+                         container.Out()),
+                  S_OK);
         window = reinterpret_cast<HWND>(static_cast<LONG_PTR>(Number(grid.Call(u"hWnd"))));
         const Late column = grid[u"Columns"](u"Add", u"Name");
         column.Set(u"Width", 200);
@@ -168,14 +173,17 @@ TEST(Container, ResizingMovesTheWindowAndDestroyingTakesItAway) {
 TEST(Container, TheControlDrawsWithoutAWindow) {
     const Late grid = CreateByName(u"TalvixGrid.Grid");
     grid[u"Columns"](u"Add", u"Name");
-    const auto view = ComPtr<IViewObject>::From(dynamic_cast<const DispatchObject&>(grid.Target()).Dispatch());
+    const auto view =
+        ComPtr<IViewObject>::From(dynamic_cast<const DispatchObject&>(grid.Target()).Dispatch());
     ASSERT_TRUE(view);
     const ScreenDc screen;
     const OwnedMemoryDc memory(CreateCompatibleDC(screen.Get()));
     const OwnedBitmap bitmap(CreateCompatibleBitmap(screen.Get(), 200, 100));
     const Chosen chosen(memory.Get(), bitmap.Get());
     const RECTL bounds{0, 0, 200, 100};
-    EXPECT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, memory.Get(), &bounds, nullptr, nullptr, 0), S_OK);
+    EXPECT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, memory.Get(), &bounds,
+                         nullptr, nullptr, 0),
+              S_OK);
     EXPECT_EQ(GetPixel(memory.Get(), 100, 90), GetSysColor(COLOR_WINDOW));
 }
 

@@ -3,12 +3,12 @@
 #include "platform/win32/com/variant.h"
 #include "tests/com/com_host.h"
 
-#include <talvix_grid_guids.h>
-
 #include <gtest/gtest.h>
 
 #include <ocidl.h>
 #include <olectl.h>
+
+#include <talvix_grid_guids.h>
 
 namespace talvix {
 
@@ -57,8 +57,8 @@ TEST(Events, TheConnectionPointKeepsItsPromises) {
     DWORD cookie = 0;
     EXPECT_EQ(point->Advise(nullptr, &cookie), E_POINTER);
     EXPECT_EQ(point->Unadvise(77), CONNECT_E_NOCONNECTION);
-    const auto listener = MakeCom<EventListener>(DIID_DTalvixGridEvents, std::map<DISPID, std::u16string>{},
-                                                 std::make_shared<Recorder>());
+    const auto listener = MakeCom<EventListener>(
+        DIID_DTalvixGridEvents, std::map<DISPID, std::u16string>{}, std::make_shared<Recorder>());
     EXPECT_EQ(point->Advise(listener.Get(), &cookie), S_OK);
     ComPtr<IEnumConnections> connections;
     ASSERT_EQ(point->EnumConnections(connections.Out()), S_OK);
@@ -81,8 +81,10 @@ TEST(Events, WithoutTypeInformationTheyAreKnownByTheirNumbers) {
     const auto recorder = std::make_shared<Recorder>();
     const std::map<DISPID, std::u16string> names{{1, u"AfterGroupChange"}, {2, u"BeforeClickSort"}};
     const auto listener = MakeCom<EventListener>(DIID_DTalvixGridEvents, names, recorder);
-    EXPECT_EQ(listener->Invoke(2, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr), S_OK);
-    EXPECT_EQ(listener->Invoke(9, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr), DISP_E_MEMBERNOTFOUND);
+    EXPECT_EQ(listener->Invoke(2, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr),
+              S_OK);
+    EXPECT_EQ(listener->Invoke(9, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr),
+              DISP_E_MEMBERNOTFOUND);
     EXPECT_EQ(recorder->names, (std::vector<std::u16string>{u"BeforeClickSort"}));
 }
 

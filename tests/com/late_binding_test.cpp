@@ -25,12 +25,13 @@ Late Abroad(Object object, int* lookUps = nullptr) {
             return S_OK;
         }
         STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-        STDMETHODIMP GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
+        STDMETHODIMP GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID,
+                                   DISPID* ids) override {
             *lookUps_ += lookUps_ != nullptr ? 1 : 0;
             return answers_.IdsOfNames(id, names, count, ids);
         }
-        STDMETHODIMP Invoke(DISPID member, REFIID id, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
-                            EXCEPINFO* exception, UINT*) override {
+        STDMETHODIMP Invoke(DISPID member, REFIID id, LCID, WORD flags, DISPPARAMS* parameters,
+                            VARIANT* result, EXCEPINFO* exception, UINT*) override {
             return answers_.Invoke(member, id, flags, parameters, result, exception);
         }
 
@@ -39,7 +40,8 @@ Late Abroad(Object object, int* lookUps = nullptr) {
         int* lookUps_;
     };
     static int ignored = 0;
-    const auto foreign = MakeCom<Foreign>(std::move(object), lookUps == nullptr ? &ignored : lookUps);
+    const auto foreign =
+        MakeCom<Foreign>(std::move(object), lookUps == nullptr ? &ignored : lookUps);
     return Late(WrapDispatch(foreign.Get()));
 }
 
@@ -59,7 +61,8 @@ public:
               [](Calculator&, const MemberCall& call) -> Value {
                   return Shown(call.At(0)) + u"-" + Shown(call.At(1)) + u"-" + Shown(call.At(2));
               }},
-             {{u"Break", access::kMethod, u""}, [](Calculator&, const MemberCall&) -> Value {
+             {{u"Break", access::kMethod, u""},
+              [](Calculator&, const MemberCall&) -> Value {
                   throw Failure(static_cast<std::int32_t>(0x80041234), u"mit Absicht: Größe");
               }}},
             kDefaultMember);
@@ -75,16 +78,19 @@ public:
     explicit ScriptObject(Object object) : answers_(std::move(object)) {}
     STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
     STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
-    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+        return E_NOTIMPL;
+    }
+    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                        UINT*) override {
         return E_NOTIMPL;
     }
     STDMETHODIMP GetDispID(BSTR name, DWORD, DISPID* id) override {
         LPOLESTR names = name;
         return answers_.IdsOfNames(IID_NULL, &names, 1, id);
     }
-    STDMETHODIMP InvokeEx(DISPID id, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
-                          IServiceProvider*) override {
+    STDMETHODIMP InvokeEx(DISPID id, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
+                          EXCEPINFO* exception, IServiceProvider*) override {
         return answers_.Invoke(id, IID_NULL, flags, parameters, result, exception);
     }
     STDMETHODIMP DeleteMemberByName(BSTR, DWORD) override { return E_NOTIMPL; }
@@ -123,7 +129,8 @@ TEST(LateBinding, OptionalAndNamedArgumentsArrive) {
     EXPECT_THROW(late.Call(u"Join", 1, Missing(), 3), Failure);
     const std::array<Value, 3> values{u"a", u"c", u"b"};
     const std::array<std::u16string_view, 2> names{u"third", u"second"};
-    EXPECT_EQ(InvokeByName(late.Target(), u"Join", access::kMethod, {values, names}), Value(u"a-b-c"));
+    EXPECT_EQ(InvokeByName(late.Target(), u"Join", access::kMethod, {values, names}),
+              Value(u"a-b-c"));
     const std::array<std::u16string_view, 1> unknown{u"vierte"};
     EXPECT_THROW(InvokeByName(late.Target(), u"Join", access::kMethod, {values, unknown}), Failure);
 }
@@ -178,10 +185,12 @@ TEST(LateBinding, APropertyWithoutArgumentsMayYieldACollectionThatTakesThem) {
     class FailingScript : public ScriptObject {
     public:
         using ScriptObject::ScriptObject;
-        STDMETHODIMP InvokeEx(DISPID id, LCID locale, WORD flags, DISPPARAMS* parameters, VARIANT* result,
-                              EXCEPINFO* exception, IServiceProvider* caller) override {
+        STDMETHODIMP InvokeEx(DISPID id, LCID locale, WORD flags, DISPPARAMS* parameters,
+                              VARIANT* result, EXCEPINFO* exception,
+                              IServiceProvider* caller) override {
             return parameters->cArgs > 0 ? E_FAIL
-                                         : ScriptObject::InvokeEx(id, locale, flags, parameters, result, exception, caller);
+                                         : ScriptObject::InvokeEx(id, locale, flags, parameters,
+                                                                  result, exception, caller);
         }
     };
     const auto script = MakeCom<FailingScript>(host);
@@ -196,13 +205,23 @@ TEST(LateBinding, CallsWithRawParametersAreCheckedAndNeverHarm) {
     }
     DISPID names[1] = {-77};
     DISPPARAMS wrongName{arguments, names, 1, 1};
-    EXPECT_EQ(dispatch->Invoke(1, IID_NULL, 0, DISPATCH_METHOD, &wrongName, nullptr, nullptr, nullptr), DISP_E_PARAMNOTFOUND);
+    EXPECT_EQ(
+        dispatch->Invoke(1, IID_NULL, 0, DISPATCH_METHOD, &wrongName, nullptr, nullptr, nullptr),
+        DISP_E_PARAMNOTFOUND);
     DISPPARAMS tooMany{arguments, nullptr, 0x7FFFFFFF, 0};
-    EXPECT_EQ(dispatch->Invoke(1, IID_NULL, 0, DISPATCH_METHOD, &tooMany, nullptr, nullptr, nullptr), DISP_E_BADPARAMCOUNT);
-    EXPECT_EQ(dispatch->Invoke(1, IID_IDispatch, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr), DISP_E_UNKNOWNINTERFACE);
-    EXPECT_EQ(dispatch->Invoke(99, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr), DISP_E_MEMBERNOTFOUND);
+    EXPECT_EQ(
+        dispatch->Invoke(1, IID_NULL, 0, DISPATCH_METHOD, &tooMany, nullptr, nullptr, nullptr),
+        DISP_E_BADPARAMCOUNT);
+    EXPECT_EQ(
+        dispatch->Invoke(1, IID_IDispatch, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr),
+        DISP_E_UNKNOWNINTERFACE);
+    EXPECT_EQ(
+        dispatch->Invoke(99, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr),
+        DISP_E_MEMBERNOTFOUND);
     EXCEPINFO exception{};
-    EXPECT_EQ(dispatch->Invoke(2, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, &exception, nullptr), DISP_E_EXCEPTION);
+    EXPECT_EQ(
+        dispatch->Invoke(2, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, &exception, nullptr),
+        DISP_E_EXCEPTION);
     EXPECT_EQ(Bstr::View(exception.bstrSource), u"Calculator");
     SysFreeString(exception.bstrSource);
     SysFreeString(exception.bstrDescription);
@@ -217,7 +236,9 @@ TEST(LateBinding, TheHostsObjectsAreGivenBackAfterACall) {
     DISPPARAMS parameters{argument.Get(), nullptr, 1, 0};
     Variant result;
     const long before = held.use_count();
-    EXPECT_EQ(dispatch->Invoke(0, IID_NULL, 0, DISPATCH_PROPERTYGET, &parameters, nullptr, nullptr, nullptr), S_OK);
+    EXPECT_EQ(dispatch->Invoke(0, IID_NULL, 0, DISPATCH_PROPERTYGET, &parameters, nullptr, nullptr,
+                               nullptr),
+              S_OK);
     EXPECT_EQ(held.use_count(), before);
 }
 

@@ -6,12 +6,11 @@
 #include "platform/win32/wide.h"
 #include "tests/com/com_host.h"
 
-#include <talvix_dms_guids.h>
-#include <talvix_grid_guids.h>
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <talvix_dms_guids.h>
+#include <talvix_grid_guids.h>
 
 namespace talvix {
 
@@ -28,8 +27,8 @@ const Product kProducts[] = {{u"TalvixDMS.dll", u"TalvixDMS.Main", CLSID_Main, L
                              {u"TalvixGrid.ocx", u"TalvixGrid.Grid", CLSID_Grid, LIBID_TalvixGrid}};
 
 std::vector<std::u16string> KeysOf(const Product& product) {
-    return {u"CLSID\\" + GuidText(product.classId), u"TypeLib\\" + GuidText(product.libraryId), product.programId,
-            std::u16string(product.programId) + u".1"};
+    return {u"CLSID\\" + GuidText(product.classId), u"TypeLib\\" + GuidText(product.libraryId),
+            product.programId, std::u16string(product.programId) + u".1"};
 }
 
 /// The products are not registered for the length of a block.
@@ -52,7 +51,8 @@ std::vector<std::u16string> MachineSnapshot(const Product& product) {
 HRESULT Install(const Product& product, BOOL install, const wchar_t* commandLine) {
     using DllInstall = HRESULT(WINAPI*)(BOOL, const wchar_t*);
     HMODULE module = LoadLibraryW(Wide(ProductFolder() + product.file));
-    const auto call = reinterpret_cast<DllInstall>(reinterpret_cast<void*>(GetProcAddress(module, "DllInstall")));
+    const auto call =
+        reinterpret_cast<DllInstall>(reinterpret_cast<void*>(GetProcAddress(module, "DllInstall")));
     const HRESULT result = call(install, commandLine);
     FreeLibrary(module);
     return result;
@@ -130,10 +130,13 @@ TEST(Registration, WhatOthersHaveWrittenStays) {
     const Product& product = kProducts[0];
     OwnedKey key;
     const std::u16string path = u"Software\\Classes\\" + KeysOf(product)[0] + u"\\Fremd";
-    ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, Wide(path), 0, nullptr, 0, KEY_WRITE, nullptr, key.Out(), nullptr), ERROR_SUCCESS);
+    ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, Wide(path), 0, nullptr, 0, KEY_WRITE, nullptr,
+                              key.Out(), nullptr),
+              ERROR_SUCCESS);
     ASSERT_EQ(CallExport(product.file, "DllUnregisterServer"), S_OK);
     const std::vector<std::u16string> left = MachineSnapshot(product);
-    EXPECT_TRUE(std::any_of(left.begin(), left.end(), [&](const std::u16string& line) { return line == path; }));
+    EXPECT_TRUE(std::any_of(left.begin(), left.end(),
+                            [&](const std::u16string& line) { return line == path; }));
     key.Reset();
     RegDeleteKeyW(HKEY_LOCAL_MACHINE, Wide(path));
     ASSERT_EQ(CallExport(product.file, "DllRegisterServer"), S_OK);
@@ -144,8 +147,10 @@ TEST(Registration, WhatOthersHaveWrittenStays) {
 TEST(Registration, PerUserWritesTheSameKeysForTheUser) {
     for (const Product& product : kProducts) {
         ASSERT_EQ(Install(product, TRUE, L"user"), S_OK);
-        const std::vector<std::u16string> user = RegistrySnapshot(HKEY_CURRENT_USER, KeysOf(product));
-        const std::vector<std::u16string> machine = MachineSnapshot(product); // may hold the other bitness as well
+        const std::vector<std::u16string> user =
+            RegistrySnapshot(HKEY_CURRENT_USER, KeysOf(product));
+        const std::vector<std::u16string> machine =
+            MachineSnapshot(product); // may hold the other bitness as well
         EXPECT_GT(user.size(), 20U);
         EXPECT_TRUE(std::all_of(user.begin(), user.end(), [&](const std::u16string& line) {
             return std::find(machine.begin(), machine.end(), line) != machine.end();
@@ -158,7 +163,8 @@ TEST(Registration, PerUserWritesTheSameKeysForTheUser) {
 
 TEST(Registration, ProgramIdsLeadToTheClassWithAndWithoutVersion) {
     for (const Product& product : kProducts) {
-        for (const std::u16string& name : {std::u16string(product.programId), std::u16string(product.programId) + u".1"}) {
+        for (const std::u16string& name :
+             {std::u16string(product.programId), std::u16string(product.programId) + u".1"}) {
             CLSID id{};
             EXPECT_EQ(CLSIDFromProgID(Wide(name), &id), S_OK);
             EXPECT_EQ(id, product.classId);
@@ -176,13 +182,15 @@ TEST(Registration, TheTypeLibrariesAreRegistered) {
 TEST(ClassObject, RefusesOtherClassesAndAggregation) {
     using GetClassObject = HRESULT(WINAPI*)(REFCLSID, REFIID, void**);
     HMODULE module = LoadLibraryW(Wide(ProductFolder() + u"TalvixDMS.dll"));
-    const auto get = reinterpret_cast<GetClassObject>(reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
+    const auto get = reinterpret_cast<GetClassObject>(
+        reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
     ComPtr<IClassFactory> factory;
     EXPECT_EQ(get(CLSID_Grid, IID_IClassFactory, factory.OutAny()), CLASS_E_CLASSNOTAVAILABLE);
     EXPECT_EQ(get(CLSID_Main, IID_IClassFactory, nullptr), E_POINTER);
     ASSERT_EQ(get(CLSID_Main, IID_IClassFactory, factory.OutAny()), S_OK);
     ComPtr<IUnknown> object;
-    EXPECT_EQ(factory->CreateInstance(factory.Get(), IID_IUnknown, object.OutAny()), CLASS_E_NOAGGREGATION);
+    EXPECT_EQ(factory->CreateInstance(factory.Get(), IID_IUnknown, object.OutAny()),
+              CLASS_E_NOAGGREGATION);
     EXPECT_EQ(factory->CreateInstance(nullptr, IID_IStream, object.OutAny()), E_NOINTERFACE);
     factory = nullptr;
     FreeLibrary(module);
@@ -192,7 +200,8 @@ TEST(Unloading, IsRefusedWhileAnythingLives) {
     for (const Product& product : kProducts) {
         HMODULE module = LoadLibraryW(Wide(ProductFolder() + product.file));
         using Export = HRESULT(WINAPI*)();
-        const auto canUnload = reinterpret_cast<Export>(reinterpret_cast<void*>(GetProcAddress(module, "DllCanUnloadNow")));
+        const auto canUnload = reinterpret_cast<Export>(
+            reinterpret_cast<void*>(GetProcAddress(module, "DllCanUnloadNow")));
         EXPECT_EQ(canUnload(), S_OK);
         {
             const Late object = CreateByName(product.programId);
@@ -201,13 +210,17 @@ TEST(Unloading, IsRefusedWhileAnythingLives) {
         EXPECT_EQ(canUnload(), S_OK);
         {
             ComPtr<IClassFactory> factory;
-            ASSERT_EQ(CoGetClassObject(product.classId, CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory, factory.OutAny()), S_OK);
+            ASSERT_EQ(CoGetClassObject(product.classId, CLSCTX_INPROC_SERVER, nullptr,
+                                       IID_IClassFactory, factory.OutAny()),
+                      S_OK);
             factory->LockServer(TRUE);
         }
         EXPECT_EQ(canUnload(), S_FALSE);
         {
             ComPtr<IClassFactory> factory;
-            ASSERT_EQ(CoGetClassObject(product.classId, CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory, factory.OutAny()), S_OK);
+            ASSERT_EQ(CoGetClassObject(product.classId, CLSCTX_INPROC_SERVER, nullptr,
+                                       IID_IClassFactory, factory.OutAny()),
+                      S_OK);
             factory->LockServer(FALSE);
         }
         EXPECT_EQ(canUnload(), S_OK);
@@ -216,12 +229,29 @@ TEST(Unloading, IsRefusedWhileAnythingLives) {
 }
 
 TEST(TypeLibrary, MainHasThe21MethodsInTheirOrderAndTwoPublicMembers) {
-    const std::vector<std::u16string> expected = {
-        u"ReferenceLibraries", u"DereferenceLibraries", u"InitSGDMS", u"Init", u"btnOpenFolder_Click", u"AddDMSItem",
-        u"AddFile", u"FillActionCombo", u"NewDMSItem", u"DeleteDMSItem", u"OpenDocument", u"AddFilesFromProjectFolder",
-        u"AddFilesFromProjectFolderEvent", u"btnOpenDocument_Click", u"btnNewDocument_Click", u"btnChangeDocument_Click",
-        u"btnDeleteDocument_Click", u"btnExportDocuments_Click", u"MkDirs", u"btnDMSSetStore_Click",
-        u"btnDMSDeletetStore_Click", u"StopImport", u"strAddingFile"};
+    const std::vector<std::u16string> expected = {u"ReferenceLibraries",
+                                                  u"DereferenceLibraries",
+                                                  u"InitSGDMS",
+                                                  u"Init",
+                                                  u"btnOpenFolder_Click",
+                                                  u"AddDMSItem",
+                                                  u"AddFile",
+                                                  u"FillActionCombo",
+                                                  u"NewDMSItem",
+                                                  u"DeleteDMSItem",
+                                                  u"OpenDocument",
+                                                  u"AddFilesFromProjectFolder",
+                                                  u"AddFilesFromProjectFolderEvent",
+                                                  u"btnOpenDocument_Click",
+                                                  u"btnNewDocument_Click",
+                                                  u"btnChangeDocument_Click",
+                                                  u"btnDeleteDocument_Click",
+                                                  u"btnExportDocuments_Click",
+                                                  u"MkDirs",
+                                                  u"btnDMSSetStore_Click",
+                                                  u"btnDMSDeletetStore_Click",
+                                                  u"StopImport",
+                                                  u"strAddingFile"};
     ComPtr<ITypeInfo> info;
     ASSERT_EQ(LibraryOf(kProducts[0])->GetTypeInfoOfGuid(DIID__Main, info.Out()), S_OK);
     const std::vector<MemberName> members = MembersOf(info.Get());
@@ -246,7 +276,9 @@ TEST(TypeLibrary, NumbersAgreeWithWhatTheObjectsAnswer) {
         DISPPARAMS none{};
         VARIANT result{};
         ASSERT_EQ(grid->GetIDsOfNames(IID_NULL, &name, 1, 0, &id), S_OK);
-        ASSERT_EQ(grid->Invoke(id, IID_NULL, 0, DISPATCH_PROPERTYGET, &none, &result, nullptr, nullptr), S_OK);
+        ASSERT_EQ(
+            grid->Invoke(id, IID_NULL, 0, DISPATCH_PROPERTYGET, &none, &result, nullptr, nullptr),
+            S_OK);
         ExpectNumbersAgree(result.pdispVal);
         VariantClear(&result);
     }

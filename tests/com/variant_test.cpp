@@ -23,10 +23,26 @@ VARIANT Kind(VARTYPE kind) {
 } // namespace
 
 TEST(Variants, EveryKindOfOursGoesOutAndComesBack) {
-    const List list = std::make_shared<const std::vector<Value>>(std::vector<Value>{1, u"zwei", Empty(), Date{3}});
-    const Value values[] = {Empty(), Null(), Missing(), true, false, std::uint8_t{255}, std::int16_t{-32768},
-                            2147483647, std::int64_t{1} << 50, 1.25F, -0.5, Currency{-12345}, Date{38000.5},
-                            u"", u"Größe €", u"mit\0Null", ErrorCode{-2147467259}, Nothing()};
+    const List list = std::make_shared<const std::vector<Value>>(
+        std::vector<Value>{1, u"zwei", Empty(), Date{3}});
+    const Value values[] = {Empty(),
+                            Null(),
+                            Missing(),
+                            true,
+                            false,
+                            std::uint8_t{255},
+                            std::int16_t{-32768},
+                            2147483647,
+                            std::int64_t{1} << 50,
+                            1.25F,
+                            -0.5,
+                            Currency{-12345},
+                            Date{38000.5},
+                            u"",
+                            u"Größe €",
+                            u"mit\0Null",
+                            ErrorCode{-2147467259},
+                            Nothing()};
     for (const Value& value : values) {
         Variant variant;
         ToVariant(value, *variant.Get());

@@ -55,15 +55,18 @@ TEST(GetOSName, NamesTheSystemsItKnows) {
         const char16_t* name;
     };
     const Case cases[] = {
-        {{0, 3, 1}, u"Win 3.1"},       {{1, 4, 0}, u"Win95"},        {{1, 4, 10}, u"Win98"},
-        {{1, 4, 90}, u"WinME"},        {{1, 4, 5}, u"Unknown"},      {{2, 3, 51}, u"NT 3.51"},
-        {{2, 4, 0}, u"NT 4.0"},        {{2, 5, 0}, u"Windows 2000"}, {{2, 5, 1}, u"Windows XP"},
-        {{2, 5, 2}, u"Windows 2003"},  {{2, 5, 3}, u""},             {{2, 6, 1}, u"Unknown"},
-        {{2, 2, 0}, u"Unknown"},       {{3, 1, 0}, u"Unknown"},
+        {{0, 3, 1}, u"Win 3.1"},    {{1, 4, 0}, u"Win95"},
+        {{1, 4, 10}, u"Win98"},     {{1, 4, 90}, u"WinME"},
+        {{1, 4, 5}, u"Unknown"},    {{2, 3, 51}, u"NT 3.51"},
+        {{2, 4, 0}, u"NT 4.0"},     {{2, 5, 0}, u"Windows 2000"},
+        {{2, 5, 1}, u"Windows XP"}, {{2, 5, 2}, u"Windows 2003"},
+        {{2, 5, 3}, u""},           {{2, 6, 1}, u"Unknown"},
+        {{2, 2, 0}, u"Unknown"},    {{3, 1, 0}, u"Unknown"},
     };
     for (const Case& each : cases) {
         fakes.system.version = each.version;
-        EXPECT_EQ(GetOSName(fakes.system), each.name) << each.version.platform << " " << each.version.major;
+        EXPECT_EQ(GetOSName(fakes.system), each.name)
+            << each.version.platform << " " << each.version.major;
     }
     fakes.system.version.reset();
     EXPECT_EQ(GetOSName(fakes.system), u"");
@@ -107,12 +110,14 @@ TEST(RegisterMessages, GivesTheEightArgumentsInTheirOrder) {
     auto common = std::make_shared<Expando>(u"Common", &journal);
     common->With(u"AddMessageDescription", Empty());
     RegisterMessages(Late(Value(common)));
-    EXPECT_EQ(journal.Lines(),
-              Lines({u"Common.AddMessageDescription 3500, Projectnumber empty (Store Path):, True, Um "
-                     u"automatisch einen Projektordner erstellen zu können, werden noch Angaben benötigt. "
-                     u"Bitte ergänzen Sie die Informationen bevor Sie fortfahren.\r\nSie können den "
-                     u"Speicherort alternativ auch manuell angeben. , 64, Fehlende Informationen, True, "
-                     u"True"}));
+    EXPECT_EQ(
+        journal.Lines(),
+        Lines(
+            {u"Common.AddMessageDescription 3500, Projectnumber empty (Store Path):, True, Um "
+             u"automatisch einen Projektordner erstellen zu können, werden noch Angaben benötigt. "
+             u"Bitte ergänzen Sie die Informationen bevor Sie fortfahren.\r\nSie können den "
+             u"Speicherort alternativ auch manuell angeben. , 64, Fehlende Informationen, True, "
+             u"True"}));
 }
 
 } // namespace talvix

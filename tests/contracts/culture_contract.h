@@ -8,7 +8,8 @@
 namespace talvix {
 
 /// What the German rules answer, real or fake.
-template <typename Rules> class GermanContract : public testing::Test {
+template <typename Rules>
+class GermanContract : public testing::Test {
 protected:
     Rules rules;
 };
@@ -53,7 +54,8 @@ TYPED_TEST_P(GermanContract, NumbersHaveACommaAndGroupsOnlyWhereAsked) {
 }
 
 REGISTER_TYPED_TEST_SUITE_P(GermanContract, UpperCaseKnowsUmlautsAndKeepsTheSharpS,
-                            SortKeysOrderWithoutCaseUmlautsWithTheirBase, DatesAreShortWithTheTimeWhereThereIsOne,
+                            SortKeysOrderWithoutCaseUmlautsWithTheirBase,
+                            DatesAreShortWithTheTimeWhereThereIsOne,
                             NumbersHaveACommaAndGroupsOnlyWhereAsked);
 
 } // namespace talvix

@@ -10,12 +10,15 @@
 
 namespace talvix {
 
-/// What every `Files` keeps to. A rig offers Port(), Folder() (an existing empty folder's path), and
-/// Make(name, bytes) and MakeFolder(name) below it.
-template <typename Rig> class FilesContract : public testing::Test {
+/// What every `Files` keeps to. A rig offers Port(), Folder() (an existing empty folder's path),
+/// and Make(name, bytes) and MakeFolder(name) below it.
+template <typename Rig>
+class FilesContract : public testing::Test {
 protected:
     Rig rig;
-    std::u16string At(std::u16string_view name) { return rig.Folder() + u"\\" + std::u16string(name); }
+    std::u16string At(std::u16string_view name) {
+        return rig.Folder() + u"\\" + std::u16string(name);
+    }
 };
 TYPED_TEST_SUITE_P(FilesContract);
 
@@ -57,7 +60,8 @@ TYPED_TEST_P(FilesContract, AFolderThatIsNotThereCannotBeListed) {
     EXPECT_THROW(this->rig.Port().List(this->At(u"fehlt")), Failure);
 }
 
-REGISTER_TYPED_TEST_SUITE_P(FilesContract, QueryTellsExistenceKindAndLength, QueryOfWhatIsNotThereIsNothing,
-                            ListTellsFilesAndFoldersApart, AFolderThatIsNotThereCannotBeListed);
+REGISTER_TYPED_TEST_SUITE_P(FilesContract, QueryTellsExistenceKindAndLength,
+                            QueryOfWhatIsNotThereIsNothing, ListTellsFilesAndFoldersApart,
+                            AFolderThatIsNotThereCannotBeListed);
 
 } // namespace talvix

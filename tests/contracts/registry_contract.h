@@ -6,8 +6,10 @@
 
 namespace talvix {
 
-/// What every `Registry` keeps to. A rig offers Port() and Key(), a key of the user that is not there.
-template <typename Rig> class RegistryContract : public testing::Test {
+/// What every `Registry` keeps to. A rig offers Port() and Key(), a key of the user that is not
+/// there.
+template <typename Rig>
+class RegistryContract : public testing::Test {
 protected:
     Rig rig;
 };

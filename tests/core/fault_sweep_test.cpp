@@ -26,25 +26,30 @@ struct Operation {
 };
 
 const Operation kOperations[] = {
-    {"attach", false, [](SweepRig& rig) {
+    {"attach", false,
+     [](SweepRig& rig) {
          rig.Reference();
          rig.main->InitSGDMS();
          rig.main->Init();
      }},
     {"import", true, [](SweepRig& rig) { rig.main->AddFilesFromProjectFolderEvent(); }},
-    {"add file", true, [](SweepRig& rig) { rig.main->AddFile(u"P:\\Proj\\a.doc", u"a", u"", u"", Date{}, Date{}); }},
-    {"add link", true, [](SweepRig& rig) {
+    {"add file", true,
+     [](SweepRig& rig) { rig.main->AddFile(u"P:\\Proj\\a.doc", u"a", u"", u"", Date{}, Date{}); }},
+    {"add link", true,
+     [](SweepRig& rig) {
          DocumentRecord record;
          record.objectType = kLinkDocument;
          rig.main->AddDMSItem(record, ItemFiling{});
      }},
-    {"open a list", true, [](SweepRig& rig) {
+    {"open a list", true,
+     [](SweepRig& rig) {
          rig.AddRow(0, u"P:\\Proj\\a.doc");
          rig.AddRow(0, u"P:\\Proj\\fehlt.doc");
          rig.AddRow(2, u"http://example.org");
          rig.main->Init();
      }},
-    {"detach", true, [](SweepRig& rig) {
+    {"detach", true,
+     [](SweepRig& rig) {
          rig.main->DereferenceLibraries();
          rig.main.reset();
      }},
@@ -85,7 +90,8 @@ void RunWithFault(const Operation& operation, int failAt, bool failOn) {
     ASSERT_EQ(rig.model->columns.Count(), 15U);
     rig.main->AddFilesFromProjectFolderEvent();
     for (const auto* path : {u"P:\\Proj\\a.doc", u"P:\\Proj\\b.exe", u"P:\\Proj\\Sub\\c.txt"}) {
-        ASSERT_GT(rig.model->rows.Find(rig.model->columns.IndexOf(u"PhysicalStore1"), Value(path), 1), 0);
+        ASSERT_GT(
+            rig.model->rows.Find(rig.model->columns.IndexOf(u"PhysicalStore1"), Value(path), 1), 0);
     }
     ASSERT_TRUE(rig.model->Redraw());
 }
@@ -98,7 +104,8 @@ TEST(FaultSweep, NoFailingCallOutsideHarmsAnything) {
         const int steps = StepsOf(operation);
         for (int failAt = 1; failAt <= steps; ++failAt) {
             for (const bool failOn : {false, true}) {
-                SCOPED_TRACE(std::string(operation.name) + ", call " + std::to_string(failAt) + (failOn ? " and on" : ""));
+                SCOPED_TRACE(std::string(operation.name) + ", call " + std::to_string(failAt) +
+                             (failOn ? " and on" : ""));
                 ASSERT_NO_FATAL_FAILURE(RunWithFault(operation, failAt, failOn));
                 ++faults;
             }

@@ -120,8 +120,12 @@ TEST(VersionCheck, AssignsTheImageListAgainOnOneCombinationOnly) {
         bool again;
     };
     const Case cases[] = {
-        {u"9.0.0.4527", 0, true},   {u"10.0.0.2627", 0, false}, {u"9.0.0.4527", 1, false},
-        {u"11.0", 0, false},        {u"9", 0, true},            {u"12", 0, true},
+        {u"9.0.0.4527", 0, true},
+        {u"10.0.0.2627", 0, false},
+        {u"9.0.0.4527", 1, false},
+        {u"11.0", 0, false},
+        {u"9", 0, true},
+        {u"12", 0, true},
         {u"", 0, true},
     };
     for (const Case& each : cases) {

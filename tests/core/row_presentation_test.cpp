@@ -22,8 +22,9 @@ TEST(RowPresentation, SizesAreKilobytesAndNeverLessThanOne) {
         std::int64_t bytes;
         const char16_t* shown;
     };
-    const Case cases[] = {{0, u"1 KB"},       {1, u"1 KB"},    {1024, u"1 KB"},       {1025, u"1 KB"},
-                          {1536, u"2 KB"},    {2560, u"3 KB"}, {1500000, u"1.465 KB"}, {5368709120, u"5.242.880 KB"}};
+    const Case cases[] = {
+        {0, u"1 KB"},    {1, u"1 KB"},    {1024, u"1 KB"},        {1025, u"1 KB"},
+        {1536, u"2 KB"}, {2560, u"3 KB"}, {1500000, u"1.465 KB"}, {5368709120, u"5.242.880 KB"}};
     for (const Case& each : cases) {
         PresentationRig rig;
         rig.fakes.files.MakeFile(u"P:\\Proj\\a.doc", each.bytes);
@@ -111,7 +112,8 @@ TEST(RowPresentation, AFolderInTheFilesPlaceCountsAsMissing) {
 
 TEST(RowPresentation, AsksTheShellOncePerClassOfFileInOnePass) {
     PresentationRig rig;
-    for (const auto* name : {u"P:\\Proj\\a.doc", u"P:\\Proj\\b.DOC", u"P:\\Proj\\c.txt", u"P:\\Proj\\d.exe", u"P:\\Proj\\e.exe"}) {
+    for (const auto* name : {u"P:\\Proj\\a.doc", u"P:\\Proj\\b.DOC", u"P:\\Proj\\c.txt",
+                             u"P:\\Proj\\d.exe", u"P:\\Proj\\e.exe"}) {
         rig.fakes.files.MakeFile(name, 1);
         rig.AddRow(0, name);
     }

@@ -30,9 +30,13 @@ Expando& Expando::On(std::u16string_view member, Handler handler) {
     return *this;
 }
 
-void Expando::Remove(std::u16string_view member) { Make(member).removed = true; }
+void Expando::Remove(std::u16string_view member) {
+    Make(member).removed = true;
+}
 
-Value& Expando::Field(std::u16string_view member) { return Make(member).value; }
+Value& Expando::Field(std::u16string_view member) {
+    return Make(member).value;
+}
 
 std::optional<MemberId> Expando::FindMember(std::u16string_view name) {
     for (std::size_t at = 0; at < entries_.size(); ++at) {

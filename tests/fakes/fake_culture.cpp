@@ -87,11 +87,12 @@ std::optional<Date> FakeCulture::ReadDate(std::u16string_view text) const {
     int hour = 0;
     int minute = 0;
     int second = 0;
-    const int read = std::sscanf(ToUtf8(text).c_str(), "%d.%d.%d %d:%d:%d", &day, &month, &year, &hour,
-                                 &minute, &second);
+    const int read = std::sscanf(ToUtf8(text).c_str(), "%d.%d.%d %d:%d:%d", &day, &month, &year,
+                                 &hour, &minute, &second);
     const bool plausible = read >= 3 && day >= 1 && day <= 31 && month >= 1 && month <= 12 &&
                            year >= 100 && year <= 9999 && hour >= 0 && hour < 24;
-    return plausible ? std::optional(ToDate({year, month, day, hour, minute, second})) : std::nullopt;
+    return plausible ? std::optional(ToDate({year, month, day, hour, minute, second}))
+                     : std::nullopt;
 }
 
 std::u16string FakeCulture::NumberText(double number) const {

@@ -10,7 +10,8 @@ namespace {
 
 std::u16string_view ExtensionOf(std::u16string_view path) {
     const std::size_t at = path.find_last_of(u".\\");
-    return at == std::u16string_view::npos || path[at] != u'.' ? std::u16string_view() : path.substr(at + 1);
+    return at == std::u16string_view::npos || path[at] != u'.' ? std::u16string_view()
+                                                               : path.substr(at + 1);
 }
 
 std::u16string RegistryKey(std::uint32_t root, std::u16string_view key, std::u16string_view name) {
@@ -56,7 +57,8 @@ FolderListing FakeFiles::List(std::u16string_view folder) {
     journal_.Step(u"list");
     const std::u16string key = Key(folder);
     if (!entries_.contains(key)) {
-        throw Failure(failure_number::kInvalidArgument, u"There is no folder " + std::u16string(folder));
+        throw Failure(failure_number::kInvalidArgument,
+                      u"There is no folder " + std::u16string(folder));
     }
     journal_.Write(u"list " + std::u16string(folder));
     FolderListing listing;
@@ -107,8 +109,8 @@ void FakeRegistry::WriteText(std::uint32_t root, std::u16string_view key, std::u
     values_[RegistryKey(root, key, name)] = {kRegistryText, std::u16string(text), 0};
 }
 
-void FakeRegistry::WriteNumber(std::uint32_t root, std::u16string_view key, std::u16string_view name,
-                               std::uint32_t number) {
+void FakeRegistry::WriteNumber(std::uint32_t root, std::u16string_view key,
+                               std::u16string_view name, std::uint32_t number) {
     values_[RegistryKey(root, key, name)] = {kRegistryNumber, u"", number};
 }
 

@@ -7,7 +7,8 @@ namespace talvix {
 
 namespace {
 
-std::shared_ptr<Expando> Collection(std::u16string_view name, std::u16string_view key, Value element) {
+std::shared_ptr<Expando> Collection(std::u16string_view name, std::u16string_view key,
+                                    Value element) {
     auto collection = std::make_shared<Expando>(std::u16string(name));
     collection->On(u"Item", [key = std::u16string(key), element](std::span<const Value> arguments) {
         if (arguments.size() != 1 || arguments[0] != Value(key)) {
@@ -39,13 +40,15 @@ MainRig::MainRig()
       managing(std::make_shared<Expando>(u"Managing", &fakes.journal)),
       main(std::make_shared<Main>(fakes.ports, fakes.trace)) {
     folderProperty->With(u"Value", u"P:\\Proj");
-    page->On(u"Controls", ByName(u"DMSGrid", std::make_shared<SteppingObject>(gridObject, fakes.journal)));
+    page->On(u"Controls",
+             ByName(u"DMSGrid", std::make_shared<SteppingObject>(gridObject, fakes.journal)));
     auto inspector = std::make_shared<Expando>(u"Inspector", &fakes.journal, true);
     inspector->On(u"ModifiedFormPages", ByName(u"Dokumente", page));
     auto application = std::make_shared<Expando>(u"Application", &fakes.journal, true);
     application->With(u"Version", u"10.0.0.2627");
     item->With(u"GetInspector", inspector).With(u"Application", application);
-    item->With(u"UserProperties", Collection(u"UserProperties", u"Speicherort Dokumente", folderProperty));
+    item->With(u"UserProperties",
+               Collection(u"UserProperties", u"Speicherort Dokumente", folderProperty));
     common->With(u"strCurrentUser", u"Erika Muster").With(u"AddMessageDescription", Empty());
     managing->With(u"Item", item).With(u"WriteGridDataToItemBody", Empty());
     managing->On(u"GetNextID", [this](std::span<const Value>) -> Value { return nextId++; });
@@ -63,7 +66,8 @@ void MainRig::Attach() {
     fakes.journal.Clear();
 }
 
-Late MainRig::AddRow(const Value& objectType, std::u16string_view store, std::u16string_view description) {
+Late MainRig::AddRow(const Value& objectType, std::u16string_view store,
+                     std::u16string_view description) {
     const Late row = Late(gridObject)[u"Rows"][u"Add"];
     row.SetAt(u"Value", u"ObjectType", objectType);
     row.SetAt(u"Value", u"PhysicalStore1", store);

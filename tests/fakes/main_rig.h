@@ -17,9 +17,12 @@ public:
     void Attach();
     void Reference();
     /// Adds a row as the host's loaded list has it.
-    Late AddRow(const Value& objectType, std::u16string_view store, std::u16string_view description = u"");
+    Late AddRow(const Value& objectType, std::u16string_view store,
+                std::u16string_view description = u"");
     Late Row(std::int32_t number) const { return Late(gridObject)(u"Rows", number); }
-    Value Cell(std::int32_t number, std::u16string_view key) const { return Row(number).Call(u"Value", key); }
+    Value Cell(std::int32_t number, std::u16string_view key) const {
+        return Row(number).Call(u"Value", key);
+    }
     std::int32_t RowCount() const { return model->rows.Count(); }
     void SetFolder(std::u16string_view folder) { folderProperty->With(u"Value", folder); }
 

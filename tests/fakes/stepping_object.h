@@ -5,11 +5,12 @@
 
 namespace talvix {
 
-/// Stands before another object and takes a step of the journal with each call; objects that it yields stand behind one
-/// like it.
+/// Stands before another object and takes a step of the journal with each call; objects that it
+/// yields stand behind one like it.
 class SteppingObject : public LateObject {
 public:
-    SteppingObject(Object target, Journal& journal) : target_(std::move(target)), journal_(journal) {}
+    SteppingObject(Object target, Journal& journal)
+        : target_(std::move(target)), journal_(journal) {}
 
     std::optional<MemberId> FindMember(std::u16string_view name) override {
         name_ = name;
@@ -19,10 +20,13 @@ public:
         journal_.Step(name_);
         Value value = target_->Invoke(member, access, arguments);
         const auto* object = value.If<Object>();
-        return object == nullptr || *object == nullptr ? value : Value(std::make_shared<SteppingObject>(*object, journal_));
+        return object == nullptr || *object == nullptr
+                   ? value
+                   : Value(std::make_shared<SteppingObject>(*object, journal_));
     }
     std::u16string TypeName() const override { return target_->TypeName(); }
-    Subscription Subscribe(std::shared_ptr<EventSink> sink, std::span<const std::u16string_view> order) override {
+    Subscription Subscribe(std::shared_ptr<EventSink> sink,
+                           std::span<const std::u16string_view> order) override {
         journal_.Step(u"subscribe");
         return target_->Subscribe(std::move(sink), order);
     }

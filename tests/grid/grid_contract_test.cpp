@@ -19,8 +19,10 @@ TEST(GridColumns, EmptyAndDuplicateKeysAreRefusedAndNothingChanges) {
     const GridRig rig;
     EXPECT_EQ(Refusal([&] { rig.grid[u"Columns"](u"Add", u"NAME"); }),
               u"There is a column with the key \"NAME\" already");
-    EXPECT_EQ(Refusal([&] { rig.grid[u"Columns"](u"Add", u""); }), u"A column needs a key that is not empty");
-    EXPECT_EQ(Refusal([&] { rig.grid(u"Columns", u"Fehlt"); }), u"There is no column with the key \"Fehlt\"");
+    EXPECT_EQ(Refusal([&] { rig.grid[u"Columns"](u"Add", u""); }),
+              u"A column needs a key that is not empty");
+    EXPECT_EQ(Refusal([&] { rig.grid(u"Columns", u"Fehlt"); }),
+              u"There is no column with the key \"Fehlt\"");
     EXPECT_EQ(Refusal([&] { rig.grid(u"Columns", 4); }), u"Column positions go from 0 to 3");
     EXPECT_EQ(Refusal([&] { rig.grid(u"Columns", 1).Set(u"DataType", 5); }),
               u"A data type is 3 (Long), 7 (Date), 8 (Text) or 65 (Image)");
@@ -43,9 +45,20 @@ TEST(GridCells, KeepTheValueAsItWasGiven) {
     const GridRig rig;
     const Late row = rig.Add(u"x");
     const List list = std::make_shared<const std::vector<Value>>(std::vector<Value>{1, u"zwei"});
-    const Value kinds[] = {Value(), Value(Null()), Value(true), Value(std::uint8_t{200}), Value(std::int16_t{-3}),
-                           Value(70000), Value(std::int64_t{1} << 40), Value(1.5F), Value(2.5), Value(Date{38000.25}),
-                           Value(Currency{12345}), Value(u"Text"), Value(u""), Value(ErrorCode{5}),
+    const Value kinds[] = {Value(),
+                           Value(Null()),
+                           Value(true),
+                           Value(std::uint8_t{200}),
+                           Value(std::int16_t{-3}),
+                           Value(70000),
+                           Value(std::int64_t{1} << 40),
+                           Value(1.5F),
+                           Value(2.5),
+                           Value(Date{38000.25}),
+                           Value(Currency{12345}),
+                           Value(u"Text"),
+                           Value(u""),
+                           Value(ErrorCode{5}),
                            Nothing()};
     for (const auto* column : {u"Name", u"Number", u"When", u"Icon"}) {
         for (const Value& kind : kinds) {
@@ -89,7 +102,8 @@ TEST(GridRows, RowObjectsStayTheirRowsAndFailOnceRemoved) {
     rig.grid[u"Rows"].Call(u"Remove", b.Get());
     EXPECT_EQ(b.Call(u"Number"), Value(0));
     EXPECT_EQ(a.Call(u"Number"), Value(2));
-    EXPECT_EQ(Refusal([&] { b.Call(u"Value", u"Name"); }), u"The row has been removed from the grid");
+    EXPECT_EQ(Refusal([&] { b.Call(u"Value", u"Name"); }),
+              u"The row has been removed from the grid");
     EXPECT_EQ(rig.Row(1).Call(u"Id"), c.Call(u"Id"));
     const Late d = rig.Add(u"d");
     EXPECT_NE(d.Call(u"Id"), b.Call(u"Id"));
@@ -123,7 +137,8 @@ TEST(GridSort, IsStableWithoutCaseAndByType) {
     EXPECT_EQ(rig.Names(), u"Ä b a B");
     rig.grid.Call(u"Sort", u"When");
     EXPECT_EQ(rig.Names(), u"a Ä b B");
-    EXPECT_EQ(Refusal([&] { rig.grid.Call(u"Sort", u"Name", 2); }), u"Order is 0 (ascending) or 1 (descending)");
+    EXPECT_EQ(Refusal([&] { rig.grid.Call(u"Sort", u"Name", 2); }),
+              u"Order is 0 (ascending) or 1 (descending)");
 }
 
 TEST(GridSort, RowsAddedLaterComeIntoPlaceWithRefreshSort) {
@@ -183,13 +198,15 @@ TEST(GridGroups, BadRequestsAreRefused) {
     const GridRig rig;
     rig.Add(u"a");
     rig.grid[u"Groups"](u"Add", u"Name");
-    EXPECT_EQ(Refusal([&] { rig.grid[u"Groups"](u"Add", u"name"); }), u"The grid is grouped by this column already");
+    EXPECT_EQ(Refusal([&] { rig.grid[u"Groups"](u"Add", u"name"); }),
+              u"The grid is grouped by this column already");
     EXPECT_EQ(Refusal([&] { rig.grid(u"Groups", 2); }), u"Groups are numbered from 1 to 1");
     EXPECT_EQ(Refusal([&] { rig.Row(1).SetAt(u"Value", u"Name", u"x"); }),
               u"A group heading's value cannot be written");
     EXPECT_EQ(Refusal([&] { rig.grid[u"Rows"].Call(u"Remove", 1); }),
               u"A group heading cannot be removed; it goes with the last of its rows");
-    EXPECT_EQ(Refusal([&] { rig.Row(2).Set(u"Expanded", true); }), u"Only a group heading can be opened or closed");
+    EXPECT_EQ(Refusal([&] { rig.Row(2).Set(u"Expanded", true); }),
+              u"Only a group heading can be opened or closed");
 }
 
 TEST(GridGroups, AHeadingGoesWithItsLastRow) {

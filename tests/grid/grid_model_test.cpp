@@ -20,7 +20,8 @@ namespace {
 
 /// The rig with the model behind its grid.
 struct ModelRig : GridRig {
-    ModelRig() : object(std::dynamic_pointer_cast<GridObject>(grid.AsObject())), model(object->model) {}
+    ModelRig()
+        : object(std::dynamic_pointer_cast<GridObject>(grid.AsObject())), model(object->model) {}
     std::shared_ptr<GridObject> object;
     SharedGrid model;
 };
@@ -79,7 +80,8 @@ TEST(GridEvents, AskBeforeAUsersSortAndGroupingOnly) {
     rig.grid.Call(u"Sort", u"Name");
     rig.grid[u"Groups"](u"Add", u"Name");
     rig.grid[u"Groups"].Call(u"Clear");
-    EXPECT_EQ(sink->events, (std::vector<std::u16string>{u"AfterGroupChange", u"AfterGroupChange"}));
+    EXPECT_EQ(sink->events,
+              (std::vector<std::u16string>{u"AfterGroupChange", u"AfterGroupChange"}));
     sink->events.clear();
     sink->refuse = true;
     EXPECT_FALSE(rig.model->ClickHeading(0));
@@ -90,10 +92,10 @@ TEST(GridEvents, AskBeforeAUsersSortAndGroupingOnly) {
     EXPECT_EQ(rig.Names(), u"b a");
     EXPECT_TRUE(rig.model->GroupByUser(0, 0));
     EXPECT_TRUE(rig.model->UngroupByUser(0));
-    EXPECT_EQ(sink->events,
-              (std::vector<std::u16string>{u"BeforeClickSort", u"BeforeGroupChange", u"BeforeClickSort",
-                                           u"BeforeGroupChange", u"AfterGroupChange", u"BeforeGroupChange",
-                                           u"AfterGroupChange"}));
+    EXPECT_EQ(sink->events, (std::vector<std::u16string>{u"BeforeClickSort", u"BeforeGroupChange",
+                                                         u"BeforeClickSort", u"BeforeGroupChange",
+                                                         u"AfterGroupChange", u"BeforeGroupChange",
+                                                         u"AfterGroupChange"}));
 }
 
 TEST(GridCells, KeepObjectsAndLetThemGo) {

@@ -50,7 +50,8 @@ struct Pair {
         };
         std::stable_sort(reference.rows.begin(), reference.rows.end(),
                          [&](const Reference::Row& left, const Reference::Row& right) {
-                             return sorting->descending ? key(left) > key(right) : key(left) < key(right);
+                             return sorting->descending ? key(left) > key(right)
+                                                        : key(left) < key(right);
                          });
     }
     FakeCulture culture;
@@ -60,7 +61,9 @@ struct Pair {
 
 using Random = std::mt19937;
 
-std::size_t Below(Random& random, std::size_t limit) { return random() % limit; }
+std::size_t Below(Random& random, std::size_t limit) {
+    return random() % limit;
+}
 
 void AddRow(Pair& pair, Random& random) {
     const RowRef row = pair.model.rows.Add();
@@ -99,7 +102,8 @@ void FindRow(Pair& pair, Random& random) {
     const std::u16string name = u"n" + DecimalText(random() % 7);
     const auto start = static_cast<std::int32_t>(Below(random, pair.reference.rows.size() + 1)) + 1;
     std::int32_t expected = 0;
-    for (std::size_t at = static_cast<std::size_t>(start) - 1; at < pair.reference.rows.size(); ++at) {
+    for (std::size_t at = static_cast<std::size_t>(start) - 1; at < pair.reference.rows.size();
+         ++at) {
         if (pair.culture.SameText(pair.reference.rows[at].name, name)) {
             expected = static_cast<std::int32_t>(at) + 1;
             break;
@@ -169,7 +173,8 @@ TEST(TextPool, KeepsEachTextOnceThroughRandomUse) {
         }
     }
     std::sort(held.begin(), held.end());
-    const auto distinct = static_cast<std::size_t>(std::unique(held.begin(), held.end()) - held.begin());
+    const auto distinct =
+        static_cast<std::size_t>(std::unique(held.begin(), held.end()) - held.begin());
     EXPECT_EQ(pool.Size(), distinct);
 }
 

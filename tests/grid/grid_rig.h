@@ -38,7 +38,8 @@ struct GridRig {
     std::u16string Names() const {
         std::u16string names;
         for (int number = 1; number <= Count(); ++number) {
-            names += (number > 1 ? u" " : u"") + ToText(Row(number).Call(u"Text", u"Name"), culture);
+            names +=
+                (number > 1 ? u" " : u"") + ToText(Row(number).Call(u"Text", u"Name"), culture);
         }
         return names;
     }
@@ -47,7 +48,8 @@ struct GridRig {
         const Late selection = grid[u"Selection"];
         for (int at = 1; at <= Long(selection.Call(u"Count")); ++at) {
             const Late range = grid(u"Selection", at);
-            text += DecimalText(Long(range.Call(u"First"))) + u"-" + DecimalText(Long(range.Call(u"Last"))) + u" ";
+            text += DecimalText(Long(range.Call(u"First"))) + u"-" +
+                    DecimalText(Long(range.Call(u"Last"))) + u" ";
         }
         return text;
     }
@@ -55,7 +57,8 @@ struct GridRig {
     Late grid;
 };
 
-template <typename Request> std::u16string Refusal(Request&& request) {
+template <typename Request>
+std::u16string Refusal(Request&& request) {
     try {
         request();
     } catch (const Failure& failure) {

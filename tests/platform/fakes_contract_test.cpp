@@ -11,8 +11,12 @@ struct FakeFilesRig {
     FakeFilesRig() { files.MakeFolder(Folder()); }
     Files& Port() { return files; }
     std::u16string Folder() const { return u"P:\\Proj"; }
-    void Make(std::u16string_view name, std::int64_t bytes) { files.MakeFile(Folder() + u"\\" + std::u16string(name), bytes); }
-    void MakeFolder(std::u16string_view name) { files.MakeFolder(Folder() + u"\\" + std::u16string(name)); }
+    void Make(std::u16string_view name, std::int64_t bytes) {
+        files.MakeFile(Folder() + u"\\" + std::u16string(name), bytes);
+    }
+    void MakeFolder(std::u16string_view name) {
+        files.MakeFolder(Folder() + u"\\" + std::u16string(name));
+    }
     Journal journal;
     FakeFiles files{journal};
 };

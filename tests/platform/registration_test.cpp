@@ -10,8 +10,8 @@ namespace {
 
 const ServerIdentity kIdentity{u"{C}", u"{L}", u"Talvix.Ding", u"Ein Ding", true, 131473, true};
 
-bool Has(const std::vector<RegistrationEntry>& entries, std::u16string_view key, std::u16string_view name,
-         std::u16string_view text) {
+bool Has(const std::vector<RegistrationEntry>& entries, std::u16string_view key,
+         std::u16string_view name, std::u16string_view text) {
     return std::any_of(entries.begin(), entries.end(), [&](const RegistrationEntry& entry) {
         return entry.key == key && entry.name == name && entry.text == text;
     });

@@ -1,5 +1,5 @@
-// window_text TITLE [press]: writes the texts of a message box of that title, or presses its first button. Exit code 1 when
-// there is no such box.
+// window_text TITLE [press]: writes the texts of a message box of that title, or presses its first
+// button. Exit code 1 when there is no such box.
 #include "automation/text.h"
 #include "platform/win32/wide.h"
 
@@ -23,8 +23,9 @@ HWND FindBox(const wchar_t* title) {
 std::u16string TextOfWindow(HWND window) {
     std::u16string text(4096, u'\0');
     DWORD_PTR length = 0;
-    SendMessageTimeoutW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(talvix::WideBuffer(text)),
-                        SMTO_ABORTIFHUNG, 2000, &length);
+    SendMessageTimeoutW(window, WM_GETTEXT, text.size(),
+                        reinterpret_cast<LPARAM>(talvix::WideBuffer(text)), SMTO_ABORTIFHUNG, 2000,
+                        &length);
     text.resize(length);
     return text;
 }
@@ -40,7 +41,8 @@ int wmain(int count, wchar_t** arguments) {
         PostMessageW(box, WM_COMMAND, IDOK, 0);
         return 0;
     }
-    for (HWND child = GetWindow(box, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+    for (HWND child = GetWindow(box, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT)) {
         std::printf("%s\n", talvix::ToUtf8(TextOfWindow(child)).c_str());
     }
     return 0;

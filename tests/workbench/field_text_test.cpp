@@ -1,6 +1,5 @@
-#include "workbench/host/field_text.h"
-
 #include "automation/dates.h"
+#include "workbench/host/field_text.h"
 
 #include <gtest/gtest.h>
 
@@ -8,8 +7,17 @@ namespace talvix::host {
 
 TEST(FieldText, EveryKindThatAFileKeepsComesBack) {
     const std::u16string lone(1, static_cast<char16_t>(0xDC00));
-    const Value values[] = {u"", u" Größe \\ \r\n\t€ \U0001F600 ", u"\u0001", Value(lone), 5, -2147483647, 2.5, 1e300,
-                            true, false, Value(ToDate({2003, 12, 31, 14, 5, 0}))};
+    const Value values[] = {u"",
+                            u" Größe \\ \r\n\t€ \U0001F600 ",
+                            u"\u0001",
+                            Value(lone),
+                            5,
+                            -2147483647,
+                            2.5,
+                            1e300,
+                            true,
+                            false,
+                            Value(ToDate({2003, 12, 31, 14, 5, 0}))};
     for (const Value& value : values) {
         const auto written = WriteFieldText(value);
         ASSERT_TRUE(written);
@@ -21,8 +29,9 @@ TEST(FieldText, EveryKindThatAFileKeepsComesBack) {
 }
 
 TEST(FieldText, WhatIsNotOfItsKindIsRefused) {
-    const FieldText bad[] = {{u"long", u"1.5"}, {u"long", u"x"}, {u"date", u"gestern"}, {u"text", u"\\x"},
-                             {u"text", u"\\u12"}, {u"text", u"\\"}, {u"neu", u"1"}, {u"double", u""}};
+    const FieldText bad[] = {{u"long", u"1.5"}, {u"long", u"x"},     {u"date", u"gestern"},
+                             {u"text", u"\\x"}, {u"text", u"\\u12"}, {u"text", u"\\"},
+                             {u"neu", u"1"},    {u"double", u""}};
     for (const FieldText& field : bad) {
         EXPECT_FALSE(ReadFieldText(field));
     }

@@ -12,14 +12,16 @@ namespace talvix::host {
 namespace {
 
 Late NewGrid(const FakeCulture& culture) {
-    return Late(Value(std::make_shared<grid::GridObject>(std::make_shared<grid::GridModel>(culture))));
+    return Late(
+        Value(std::make_shared<grid::GridObject>(std::make_shared<grid::GridModel>(culture))));
 }
 
 struct HostRig {
     HostRig() : host(project, Services(), documents, actions) { project->folder = u"P:\\Proj"; }
     HostServices Services() {
         HostServices services;
-        services.showMessage = [this](std::u16string_view text, std::u16string_view title, std::int32_t style) {
+        services.showMessage = [this](std::u16string_view text, std::u16string_view title,
+                                      std::int32_t style) {
             messages.push_back(std::u16string(title) + u"|" + std::u16string(text));
             lastStyle = style;
         };
@@ -61,14 +63,18 @@ TEST(Host, CarriesTheComponentFromAttachmentToImport) {
     EXPECT_TRUE(rig.project->isChanged);
     EXPECT_EQ(rig.writes, 1);
     const std::u16string summary = Summary(*rig.project, 1.234, rig.fakes.locale);
-    EXPECT_EQ(summary, u"Projektordner: P:\\Proj\r\nDokumente: 2\r\nGröße: 6 KB\r\nDauer: 1,23 s\r\n  1 x doc-Datei\r\n  1 x "
+    EXPECT_EQ(summary, u"Projektordner: P:\\Proj\r\nDokumente: 2\r\nGröße: 6 KB\r\nDauer: 1,23 "
+                       u"s\r\n  1 x doc-Datei\r\n  1 x "
                        u"txt-Datei\r\n");
 }
 
 TEST(Host, AStoredListComesBackAsItWas) {
     HostRig rig;
-    rig.project->documents = {{{u"ID", 7}, {u"ObjectType", std::int16_t{2}}, {u"Subject", u"Verweis"},
-                               {u"CreationDate", Date{38000.5}}, {u"PhysicalStore1", u"http://example.org"},
+    rig.project->documents = {{{u"ID", 7},
+                               {u"ObjectType", std::int16_t{2}},
+                               {u"Subject", u"Verweis"},
+                               {u"CreationDate", Date{38000.5}},
+                               {u"PhysicalStore1", u"http://example.org"},
                                {u"fremd", u"bleibt weg"}}};
     Main main(rig.fakes.ports, rig.fakes.trace);
     rig.Attach(main);
@@ -98,7 +104,8 @@ TEST(Host, RefusesWhatItDoesNotHave) {
     EXPECT_THROW(inspector.Call(u"ModifiedFormPages", u"Unbekannt"), Failure);
     EXPECT_THROW(managing.Call(u"GetNextID", u"andere"), Failure);
     EXPECT_THROW(managing.Set(u"Item", 5), Failure);
-    EXPECT_EQ(Late(rig.host.Libraries()[0]).Call(u"ReadGlobalSetting", u"DOCUMENTS/RULES"), Value(u""));
+    EXPECT_EQ(Late(rig.host.Libraries()[0]).Call(u"ReadGlobalSetting", u"DOCUMENTS/RULES"),
+              Value(u""));
 }
 
 TEST(Host, FillsTheActionsGridAnew) {

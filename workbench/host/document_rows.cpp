@@ -1,6 +1,5 @@
-#include "workbench/host/host.h"
-
 #include "automation/failure.h"
+#include "workbench/host/host.h"
 
 namespace talvix::host {
 
@@ -74,8 +73,9 @@ void LoadActions(const Late& grid, const std::vector<Action>& actions) {
         std::int32_t dataType;
         std::int32_t width;
     };
-    static constexpr ActionColumn columns[] = {
-        {u"id", u"Nr.", 3, 40}, {u"startdate", u"Beginn", 7, 90}, {u"description", u"Beschreibung", 8, 300}};
+    static constexpr ActionColumn columns[] = {{u"id", u"Nr.", 3, 40},
+                                               {u"startdate", u"Beginn", 7, 90},
+                                               {u"description", u"Beschreibung", 8, 300}};
     if (CountOf(grid[u"Columns"]) == 0) {
         for (const ActionColumn& column : columns) {
             const Late added = grid[u"Columns"](u"Add", column.key);

@@ -61,8 +61,11 @@ std::optional<std::u16string> UnescapeText(std::u16string_view text) {
         } else {
             unsigned code = 0;
             const std::string digits = ToUtf8(text.substr(std::min(at + 2, text.size()), 4));
-            const bool isHex = digits.size() == 4 && digits.find_first_not_of("0123456789ABCDEFabcdef") == std::string::npos;
-            if (text.substr(at, 2) != u"\\u" || !isHex || std::sscanf(digits.c_str(), "%4x", &code) != 1) {
+            const bool isHex =
+                digits.size() == 4 &&
+                digits.find_first_not_of("0123456789ABCDEFabcdef") == std::string::npos;
+            if (text.substr(at, 2) != u"\\u" || !isHex ||
+                std::sscanf(digits.c_str(), "%4x", &code) != 1) {
                 return std::nullopt;
             }
             plain += static_cast<char16_t>(code);
@@ -111,7 +114,8 @@ std::optional<Value> ReadFieldText(const FieldText& field) {
     if (field.kind == u"bool") {
         return Value(*number != 0);
     }
-    const bool isLong = field.kind == u"long" && std::fabs(*number) <= INT32_MAX && *number == std::trunc(*number);
+    const bool isLong =
+        field.kind == u"long" && std::fabs(*number) <= INT32_MAX && *number == std::trunc(*number);
     return isLong ? std::optional<Value>(static_cast<std::int32_t>(*number)) : std::nullopt;
 }
 

@@ -8,8 +8,9 @@
 
 namespace talvix::host {
 
-/// A field's value in a project file: a kind and a text. Dates stand as "2003-12-31 14:05:00", numbers in
-/// plain form; characters that XML cannot carry or would change stand as "\uXXXX", "\" as "\\".
+/// A field's value in a project file: a kind and a text. Dates stand as "2003-12-31 14:05:00",
+/// numbers in plain form; characters that XML cannot carry or would change stand as "\uXXXX", "\"
+/// as "\\".
 struct FieldText {
     std::u16string kind; ///< "text", "long", "date", "double" or "bool"
     std::u16string text;

@@ -36,32 +36,40 @@ HostObject::Handler ByName(std::vector<std::pair<std::u16string, Value>> element
 
 Object Page(Value control, std::u16string_view name) {
     return std::make_shared<HostObject>(
-        u"FormPage", std::vector<HostObject::Member>{{u"Controls", ByName({{std::u16string(name), control}})}});
+        u"FormPage",
+        std::vector<HostObject::Member>{{u"Controls", ByName({{std::u16string(name), control}})}});
 }
 
 } // namespace
 
-Host::Host(std::shared_ptr<Project> project, HostServices services, Late documentGrid, Late actionGrid)
-    : project_(std::move(project)), services_(std::move(services)), documentGrid_(std::move(documentGrid)),
-      actionGrid_(std::move(actionGrid)), item_(MakeItem()) {
+Host::Host(std::shared_ptr<Project> project, HostServices services, Late documentGrid,
+           Late actionGrid)
+    : project_(std::move(project)),
+      services_(std::move(services)),
+      documentGrid_(std::move(documentGrid)),
+      actionGrid_(std::move(actionGrid)),
+      item_(MakeItem()) {
     libraries_ = {MakeCommon(), MakeManaging()};
     for (const auto* name : {u"Planning", u"Budgets", u"Controlling", u"Export"}) {
-        libraries_.emplace_back(std::make_shared<HostObject>(name, std::vector<HostObject::Member>{}));
+        libraries_.emplace_back(
+            std::make_shared<HostObject>(name, std::vector<HostObject::Member>{}));
     }
 }
 
 Object Host::MakeUserProperties() {
     const auto property = [this](const char16_t* name, std::u16string& text) {
         const auto object = std::make_shared<HostObject>(
-            u"UserProperty", std::vector<HostObject::Member>{{u"Value", TextMember(text, project_->isChanged), true},
-                                                             {u"Name", Constant(name)}});
+            u"UserProperty",
+            std::vector<HostObject::Member>{{u"Value", TextMember(text, project_->isChanged), true},
+                                            {u"Name", Constant(name)}});
         return std::pair<std::u16string, Value>(name, object);
     };
     return std::make_shared<HostObject>(
         u"UserProperties",
-        std::vector<HostObject::Member>{{u"Item", ByName({property(u"Projektnummer", project_->number),
-                                                          property(u"Projektname", project_->name),
-                                                          property(u"Speicherort Dokumente", project_->folder)})}});
+        std::vector<HostObject::Member>{
+            {u"Item", ByName({property(u"Projektnummer", project_->number),
+                              property(u"Projektname", project_->name),
+                              property(u"Speicherort Dokumente", project_->folder)})}});
 }
 
 Object Host::MakeInspector() {
@@ -75,14 +83,16 @@ Object Host::MakeInspector() {
 
 Object Host::MakeItem() {
     const auto application = std::make_shared<HostObject>(
-        u"Application", std::vector<HostObject::Member>{{u"Version", Constant(services_.outlookVersion)}});
+        u"Application",
+        std::vector<HostObject::Member>{{u"Version", Constant(services_.outlookVersion)}});
     return std::make_shared<HostObject>(
-        u"ProjectItem", std::vector<HostObject::Member>{
-                            {u"GetInspector", Constant(MakeInspector())},
-                            {u"UserProperties", Constant(MakeUserProperties())},
-                            {u"Application", Constant(application)},
-                            {u"Companies", TextMember(project_->company, project_->isChanged), true},
-                            {u"Subject", TextMember(project_->name, project_->isChanged), true}});
+        u"ProjectItem",
+        std::vector<HostObject::Member>{
+            {u"GetInspector", Constant(MakeInspector())},
+            {u"UserProperties", Constant(MakeUserProperties())},
+            {u"Application", Constant(application)},
+            {u"Companies", TextMember(project_->company, project_->isChanged), true},
+            {u"Subject", TextMember(project_->name, project_->isChanged), true}});
 }
 
 Object Host::MakeCommon() {
@@ -91,21 +101,24 @@ Object Host::MakeCommon() {
         return found == project_->settings.end() ? std::u16string() : found->second;
     };
     const auto addMessage = [this](const HostCall& call) -> Value {
-        messages_[LongIn(call.At(0))] = {TextIn(call.At(3)), TextIn(call.At(5)), LongIn(call.At(4))};
+        messages_[LongIn(call.At(0))] = {TextIn(call.At(3)), TextIn(call.At(5)),
+                                         LongIn(call.At(4))};
         return {};
     };
     const auto log = [this](const HostCall& call) -> Value {
         const auto found = messages_.find(LongIn(call.At(0)));
         const Message message = found == messages_.end() ? Message{} : found->second;
         const std::u16string detail = TextIn(call.At(1));
-        services_.showMessage(message.text + (detail.empty() ? u"" : u"\r\n\r\n" + detail), message.title, message.style);
+        services_.showMessage(message.text + (detail.empty() ? u"" : u"\r\n\r\n" + detail),
+                              message.title, message.style);
         return {};
     };
     return std::make_shared<HostObject>(
-        u"Common", std::vector<HostObject::Member>{{u"strCurrentUser", Constant(services_.userName)},
-                                                   {u"ReadGlobalSetting", readSetting},
-                                                   {u"AddMessageDescription", addMessage},
-                                                   {u"Log", log}});
+        u"Common",
+        std::vector<HostObject::Member>{{u"strCurrentUser", Constant(services_.userName)},
+                                        {u"ReadGlobalSetting", readSetting},
+                                        {u"AddMessageDescription", addMessage},
+                                        {u"Log", log}});
 }
 
 Object Host::MakeManaging() {
@@ -123,13 +136,13 @@ Object Host::MakeManaging() {
         return {};
     };
     return std::make_shared<HostObject>(
-        u"Managing",
-        std::vector<HostObject::Member>{
-            {u"Item", [this](const HostCall&) -> Value { return item_; }},
-            {u"GetNextID", nextId},
-            {u"WriteGridDataToItemBody", writeList},
-            {u"SetUserFieldValues", [](const HostCall&) -> Value { return {}; }},
-            {u"GetXMLDataAsString", [this](const HostCall&) -> Value { return services_.projectXml(); }}});
+        u"Managing", std::vector<HostObject::Member>{
+                         {u"Item", [this](const HostCall&) -> Value { return item_; }},
+                         {u"GetNextID", nextId},
+                         {u"WriteGridDataToItemBody", writeList},
+                         {u"SetUserFieldValues", [](const HostCall&) -> Value { return {}; }},
+                         {u"GetXMLDataAsString",
+                          [this](const HostCall&) -> Value { return services_.projectXml(); }}});
 }
 
 } // namespace talvix::host

@@ -11,7 +11,8 @@ namespace talvix::host {
 
 /// What the host's objects need of the program around them.
 struct HostServices {
-    std::function<void(std::u16string_view text, std::u16string_view title, std::int32_t style)> showMessage;
+    std::function<void(std::u16string_view text, std::u16string_view title, std::int32_t style)>
+        showMessage;
     std::function<void()> listWritten; ///< after the list went into the item
     std::function<std::u16string()> projectXml;
     std::u16string userName;
@@ -23,7 +24,8 @@ class Host {
 public:
     /// `documentGrid` stands on the page "Dokumente" as `DMSGrid`, `actionGrid` on "Betreuung" as
     /// `sgActions`.
-    Host(std::shared_ptr<Project> project, HostServices services, Late documentGrid, Late actionGrid);
+    Host(std::shared_ptr<Project> project, HostServices services, Late documentGrid,
+         Late actionGrid);
 
     /// The arguments of `ReferenceLibraries`, in their order.
     std::vector<Value> Libraries() const { return libraries_; }

@@ -14,7 +14,9 @@ struct HostCall {
     const Value* put = nullptr;
 
     /// An argument; Missing for one that was not given.
-    Value At(std::size_t place) const { return place < arguments.size() ? arguments[place] : Value(Missing()); }
+    Value At(std::size_t place) const {
+        return place < arguments.size() ? arguments[place] : Value(Missing());
+    }
 };
 
 /// An object of the host whose members are listed when it is made.

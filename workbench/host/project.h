@@ -23,8 +23,8 @@ struct Project {
     std::u16string number;
     std::u16string name;
     std::u16string company;
-    std::u16string folder;   ///< "Speicherort Dokumente"
-    std::int32_t nextId = 1; ///< next free number of the list "DMS"
+    std::u16string folder;                             ///< "Speicherort Dokumente"
+    std::int32_t nextId = 1;                           ///< next free number of the list "DMS"
     std::map<std::u16string, std::u16string> settings; ///< global settings by path
     std::vector<Document> documents;                   ///< the item's body
     std::vector<Action> actions;

@@ -30,10 +30,13 @@ std::u16string Summary(const Project& project, double seconds, const Culture& cu
         ++kinds[Field(document, u"ObjectDescription", culture)];
     }
     std::u16string text = u"Projektordner: " + project.folder + u"\r\n";
-    text += u"Dokumente: " + DecimalText(static_cast<long long>(project.documents.size())) + u"\r\n";
+    text +=
+        u"Dokumente: " + DecimalText(static_cast<long long>(project.documents.size())) + u"\r\n";
     text += u"Größe: " + (kilobytes > 0 ? culture.GroupedText(kilobytes) : u"0") + u" KB\r\n";
-    text += u"Dauer: " + culture.NumberText(static_cast<double>(static_cast<long long>(seconds * 100 + 0.5)) / 100) +
-            u" s\r\n";
+    text +=
+        u"Dauer: " +
+        culture.NumberText(static_cast<double>(static_cast<long long>(seconds * 100 + 0.5)) / 100) +
+        u" s\r\n";
     std::vector<std::pair<std::int32_t, std::u16string>> sorted;
     for (const auto& [kind, count] : kinds) {
         sorted.emplace_back(-count, kind);

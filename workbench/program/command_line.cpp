@@ -20,7 +20,8 @@ bool Take(const std::u16string& argument, std::u16string_view name, std::u16stri
 CommandLine ReadCommandLine(const std::vector<std::u16string>& arguments) {
     CommandLine line;
     for (const std::u16string& argument : arguments) {
-        if (Take(argument, u"/folder:", line.folder) || Take(argument, u"/summary:", line.summary)) {
+        if (Take(argument, u"/folder:", line.folder) ||
+            Take(argument, u"/summary:", line.summary)) {
             continue;
         }
         if (SameName(argument, u"/exit")) {

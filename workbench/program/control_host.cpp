@@ -19,23 +19,28 @@ HMODULE ContainerModule() {
         return LoadLibraryW(Wide(path));
     }();
     if (module == nullptr) {
-        throw Failure(failure_number::kUnexpected, u"Der Steuerelement-Container des Systems (atl.dll) fehlt.");
+        throw Failure(failure_number::kUnexpected,
+                      u"Der Steuerelement-Container des Systems (atl.dll) fehlt.");
     }
     return module;
 }
 
-template <typename Function> Function Export(const char* name) {
-    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(ContainerModule(), name)));
+template <typename Function>
+Function Export(const char* name) {
+    return reinterpret_cast<Function>(
+        reinterpret_cast<void*>(GetProcAddress(ContainerModule(), name)));
 }
 
 } // namespace
 
 HWND CreateControlHost(HWND parent) {
     Export<BOOL(WINAPI*)()>("AtlAxWinInit")();
-    const HWND host = CreateWindowExW(WS_EX_CONTROLPARENT, L"AtlAxWin", L"", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_TABSTOP, 0,
-                                      0, 10, 10, parent, nullptr, GetModuleHandleW(nullptr), nullptr);
+    const HWND host = CreateWindowExW(WS_EX_CONTROLPARENT, L"AtlAxWin", L"",
+                                      WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_TABSTOP, 0, 0,
+                                      10, 10, parent, nullptr, GetModuleHandleW(nullptr), nullptr);
     if (host == nullptr) {
-        throw Failure(failure_number::kUnexpected, u"Das Fenster für das Gitter kann nicht erzeugt werden.");
+        throw Failure(failure_number::kUnexpected,
+                      u"Das Fenster für das Gitter kann nicht erzeugt werden.");
     }
     return host;
 }

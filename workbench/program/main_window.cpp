@@ -89,7 +89,8 @@ std::u16string AskForFile(HWND owner, bool toSave) {
 
 } // namespace
 
-template <typename Work> void MainWindow::Attempt(Work&& work) const {
+template <typename Work>
+void MainWindow::Attempt(Work&& work) const {
     try {
         work();
     } catch (const std::exception&) { // a command's failure is shown to whoever gave it
@@ -113,9 +114,10 @@ bool MainWindow::Start(const CommandLine& line) {
     RegisterClassExW(&own);
     const ScreenDc screen;
     dpi_ = GetDeviceCaps(screen.Get(), LOGPIXELSX);
-    window_ = CreateWindowExW(0, kWindowClass, Wide(kProgram), WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT,
-                              CW_USEDEFAULT, MulDiv(1010, dpi_, kUnits), MulDiv(640, dpi_, kUnits), nullptr, nullptr,
-                              own.hInstance, this);
+    window_ =
+        CreateWindowExW(0, kWindowClass, Wide(kProgram), WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
+                        CW_USEDEFAULT, CW_USEDEFAULT, MulDiv(1010, dpi_, kUnits),
+                        MulDiv(640, dpi_, kUnits), nullptr, nullptr, own.hInstance, this);
     MakeMenu();
     MakeControls();
     ShowWindow(window_, SW_SHOWDEFAULT);
@@ -146,8 +148,10 @@ void MainWindow::MakeMenu() {
     }
     AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(file), L"&Datei");
     SetMenu(window_, bar);
-    ACCEL keys[] = {{FVIRTKEY | FCONTROL, 'N', kNew}, {FVIRTKEY | FCONTROL, 'O', kOpenFile},
-                    {FVIRTKEY | FCONTROL, 'S', kSave}, {FVIRTKEY, VK_F5, kReadFolder}};
+    ACCEL keys[] = {{FVIRTKEY | FCONTROL, 'N', kNew},
+                    {FVIRTKEY | FCONTROL, 'O', kOpenFile},
+                    {FVIRTKEY | FCONTROL, 'S', kSave},
+                    {FVIRTKEY, VK_F5, kReadFolder}};
     accelerators_.Reset(CreateAcceleratorTableW(keys, static_cast<int>(std::size(keys))));
 }
 
@@ -155,14 +159,14 @@ void MainWindow::MakeControls() {
     InitCommonControls();
     font_.Reset(MessageFont());
     for (int at = 0; at < static_cast<int>(std::size(kButtons)); ++at) {
-        const HWND button = CreateWindowExW(0, L"BUTTON", Wide(kButtons[at].caption), WS_CHILD | WS_VISIBLE | WS_TABSTOP,
-                                            0, 0, 10, 10, window_,
-                                            reinterpret_cast<HMENU>(static_cast<LONG_PTR>(kFirstButton + at)),
-                                            GetModuleHandleW(nullptr), nullptr);
+        const HWND button = CreateWindowExW(
+            0, L"BUTTON", Wide(kButtons[at].caption), WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, 0, 10,
+            10, window_, reinterpret_cast<HMENU>(static_cast<LONG_PTR>(kFirstButton + at)),
+            GetModuleHandleW(nullptr), nullptr);
         SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(Font()), FALSE);
     }
-    status_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0, 0, window_,
-                              nullptr, GetModuleHandleW(nullptr), nullptr);
+    status_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0,
+                              0, 0, 0, window_, nullptr, GetModuleHandleW(nullptr), nullptr);
     SendMessageW(status_, WM_SETFONT, reinterpret_cast<WPARAM>(Font()), FALSE);
     Layout();
 }
@@ -189,15 +193,18 @@ void MainWindow::Layout() {
     top += height + margin;
     const int bottom = static_cast<int>(client.bottom - (status.bottom - status.top));
     if (gridHost_ != nullptr) {
-        MoveWindow(gridHost_, margin, top, client.right - 2 * margin, std::max(0, bottom - top), TRUE);
+        MoveWindow(gridHost_, margin, top, client.right - 2 * margin, std::max(0, bottom - top),
+                   TRUE);
     }
     const int parts[] = {MulDiv(160, dpi_, kUnits), -1};
     SendMessageW(status_, SB_SETPARTS, 2, reinterpret_cast<LPARAM>(parts));
 }
 
 void MainWindow::Open(host::Project project, std::u16string_view path) {
-    const auto show = [this](std::u16string_view text, std::u16string_view title, std::int32_t style) {
-        MessageBoxW(window_, Wide(std::u16string(text)), Wide(std::u16string(title)), static_cast<UINT>(style));
+    const auto show = [this](std::u16string_view text, std::u16string_view title,
+                             std::int32_t style) {
+        MessageBoxW(window_, Wide(std::u16string(text)), Wide(std::u16string(title)),
+                    static_cast<UINT>(style));
     };
     auto opened = std::make_unique<OpenProject>(std::move(project), show, [this] { ShowState(); });
     const HWND former = gridHost_;
@@ -220,7 +227,9 @@ void MainWindow::NewProject(std::u16string_view folder) {
     Open(std::move(project), u"");
 }
 
-void MainWindow::OpenFile(std::u16string_view path) { Open(ReadProject(path), path); }
+void MainWindow::OpenFile(std::u16string_view path) {
+    Open(ReadProject(path), path);
+}
 
 void MainWindow::AskAndOpen() {
     const std::u16string path = AskForFile(window_, false);
@@ -246,8 +255,9 @@ bool MainWindow::MayClose() {
     if (project_ == nullptr || !project_->Project().isChanged) {
         return true;
     }
-    const int answer = MessageBoxW(window_, L"Das Projekt wurde geändert. Sollen die Änderungen gespeichert werden?",
-                                   Wide(kProgram), MB_YESNOCANCEL | MB_ICONQUESTION);
+    const int answer = MessageBoxW(
+        window_, L"Das Projekt wurde geändert. Sollen die Änderungen gespeichert werden?",
+        Wide(kProgram), MB_YESNOCANCEL | MB_ICONQUESTION);
     bool mayClose = answer == IDNO;
     if (answer == IDYES) {
         Attempt([&] { mayClose = Save(false); });
@@ -268,11 +278,15 @@ void MainWindow::WriteSummary(std::u16string_view path) const {
         return;
     }
     const std::u16string target(path);
-    const OwnedFile file(CreateFileW(Wide(target), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-    const std::string bytes = ToUtf8(host::Summary(project_->Project(), seconds_, locale_));
+    const OwnedFile file(CreateFileW(Wide(target), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                     FILE_ATTRIBUTE_NORMAL, nullptr));
+    const std::u16string text = u"\uFEFF" + host::Summary(project_->Project(), seconds_, locale_);
     DWORD written = 0;
-    if (!file || WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) == FALSE) {
-        throw Failure(failure_number::kUnexpected, u"Die Datei \"" + target + u"\" kann nicht geschrieben werden.");
+    if (!file ||
+        WriteFile(file.Get(), text.data(), static_cast<DWORD>(text.size() * sizeof(char16_t)),
+                  &written, nullptr) == FALSE) {
+        throw Failure(failure_number::kUnexpected,
+                      u"Die Datei \"" + target + u"\" kann nicht geschrieben werden.");
     }
 }
 
@@ -284,15 +298,18 @@ void MainWindow::ShowState() {
     const auto rows = static_cast<long long>(project.documents.size());
     const std::u16string count = DecimalText(rows) + (rows == 1 ? u" Dokument" : u" Dokumente");
     SendMessageW(status_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(Wide(count)));
-    const std::u16string folder = project.folder.empty() ? u"Kein Projektordner" : u"Projektordner: " + project.folder;
+    const std::u16string folder =
+        project.folder.empty() ? u"Kein Projektordner" : u"Projektordner: " + project.folder;
     SendMessageW(status_, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(Wide(folder)));
-    const std::u16string title = project.name + (project.isChanged ? u" *" : u"") + u" – " + kProgram;
+    const std::u16string title =
+        project.name + (project.isChanged ? u" *" : u"") + u" – " + kProgram;
     SetWindowTextW(window_, Wide(title));
 }
 
 void MainWindow::OnCommand(int command) {
     const int button = command - kFirstButton;
-    if (button >= 0 && button < static_cast<int>(std::size(kButtons)) && kButtons[button].member != nullptr) {
+    if (button >= 0 && button < static_cast<int>(std::size(kButtons)) &&
+        kButtons[button].member != nullptr) {
         project_->Call(kButtons[button].member);
         ShowState();
         return;
@@ -328,11 +345,13 @@ void MainWindow::OnCommand(int command) {
 LRESULT CALLBACK MainWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_NCCREATE) {
         const auto* creation = reinterpret_cast<const CREATESTRUCTW*>(lParam);
-        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(creation->lpCreateParams));
+        SetWindowLongPtrW(window, GWLP_USERDATA,
+                          reinterpret_cast<LONG_PTR>(creation->lpCreateParams));
         static_cast<MainWindow*>(creation->lpCreateParams)->window_ = window;
     }
     auto* own = reinterpret_cast<MainWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    return own == nullptr ? DefWindowProcW(window, message, wParam, lParam) : own->Handle(message, wParam, lParam);
+    return own == nullptr ? DefWindowProcW(window, message, wParam, lParam)
+                          : own->Handle(message, wParam, lParam);
 }
 
 LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -341,7 +360,8 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         Layout();
         return 0;
     case WM_GETMINMAXINFO:
-        reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {MulDiv(420, dpi_, kUnits), MulDiv(300, dpi_, kUnits)};
+        reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {MulDiv(420, dpi_, kUnits),
+                                                                 MulDiv(300, dpi_, kUnits)};
         return 0;
     case WM_COMMAND:
         if (project_ != nullptr || LOWORD(wParam) < kFirstButton) {

@@ -19,7 +19,8 @@ public:
     MainWindow(const MainWindow&) = delete;
     MainWindow& operator=(const MainWindow&) = delete;
 
-    /// Makes the window and carries out what the program was started for. False when the program is to end.
+    /// Makes the window and carries out what the program was started for. False when the program is
+    /// to end.
     bool Start(const CommandLine& line);
     /// Runs until the window is closed.
     int Run();
@@ -44,7 +45,8 @@ private:
     void ShowState();
     void ShowError(std::u16string_view text) const;
     /// Runs a user's command; what fails is shown.
-    template <typename Work> void Attempt(Work&& work) const;
+    template <typename Work>
+    void Attempt(Work&& work) const;
 
     HWND window_ = nullptr;
     HWND status_ = nullptr;

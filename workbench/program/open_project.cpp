@@ -25,7 +25,8 @@ ComPtr<IDispatch> CreateObject(std::u16string_view programId) {
     const std::u16string name(programId);
     HRESULT result = CLSIDFromProgID(Wide(name), &id);
     if (SUCCEEDED(result)) {
-        result = CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.OutAny());
+        result =
+            CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.OutAny());
     }
     if (FAILED(result)) {
         throw Failure(result, u"Das Objekt \"" + name + u"\" kann nicht erzeugt werden.\r\n" +
@@ -35,9 +36,12 @@ ComPtr<IDispatch> CreateObject(std::u16string_view programId) {
 }
 
 OpenProject::OpenProject(host::Project project, Show showMessage, std::function<void()> listWritten)
-    : project_(std::make_shared<host::Project>(std::move(project))), grid_(CreateObject(u"TalvixGrid.Grid")),
-      actions_(CreateObject(u"TalvixGrid.Grid")), gridLate_(WrapDispatch(grid_.Get())),
-      actionsLate_(WrapDispatch(actions_.Get())), main_(WrapDispatch(CreateObject(u"TalvixDMS.Main").Get())) {
+    : project_(std::make_shared<host::Project>(std::move(project))),
+      grid_(CreateObject(u"TalvixGrid.Grid")),
+      actions_(CreateObject(u"TalvixGrid.Grid")),
+      gridLate_(WrapDispatch(grid_.Get())),
+      actionsLate_(WrapDispatch(actions_.Get())),
+      main_(WrapDispatch(CreateObject(u"TalvixDMS.Main").Get())) {
     host::HostServices services;
     services.showMessage = std::move(showMessage);
     services.listWritten = std::move(listWritten);
@@ -62,6 +66,8 @@ void OpenProject::Attach() {
     main_.Call(u"Init");
 }
 
-void OpenProject::Call(std::u16string_view member) const { main_.Call(member); }
+void OpenProject::Call(std::u16string_view member) const {
+    main_.Call(member);
+}
 
 } // namespace talvix::workbench

@@ -9,8 +9,8 @@
 
 namespace talvix::workbench {
 
-/// An object of a registered class, or of one that the program's manifest names. Failure with a German text
-/// when it cannot be created.
+/// An object of a registered class, or of one that the program's manifest names. Failure with a
+/// German text when it cannot be created.
 ComPtr<IDispatch> CreateObject(std::u16string_view programId);
 
 /// One open project: its data, the host's objects, the grids and the component that works on them.
@@ -22,8 +22,8 @@ public:
     OpenProject(const OpenProject&) = delete;
     OpenProject& operator=(const OpenProject&) = delete;
 
-    /// Attaches the component: libraries, grid set-up, the stored rows, Init. To be called once, after the grid
-    /// has its window if it is to have one.
+    /// Attaches the component: libraries, grid set-up, the stored rows, Init. To be called once,
+    /// after the grid has its window if it is to have one.
     void Attach();
     /// Forwards a button of the page or calls another member of the component without arguments.
     void Call(std::u16string_view member) const;

@@ -22,9 +22,11 @@ constexpr const char16_t* kVersion = u"1";
 Late NewDocument() {
     CLSID id{};
     ComPtr<IDispatch> document;
-    for (const auto* name : {L"MSXML2.DOMDocument.6.0", L"MSXML2.DOMDocument.3.0", L"MSXML2.DOMDocument"}) {
+    for (const auto* name :
+         {L"MSXML2.DOMDocument.6.0", L"MSXML2.DOMDocument.3.0", L"MSXML2.DOMDocument"}) {
         if (SUCCEEDED(CLSIDFromProgID(name, &id)) &&
-            SUCCEEDED(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, document.OutAny()))) {
+            SUCCEEDED(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
+                                       document.OutAny()))) {
             Late late(WrapDispatch(document.Get()));
             late.Set(u"async", false);
             late.Set(u"validateOnParse", false);
@@ -33,11 +35,13 @@ Late NewDocument() {
             return late;
         }
     }
-    throw Failure(failure_number::kUnexpected, u"Der XML-Dienst des Systems (MSXML) ist nicht vorhanden.");
+    throw Failure(failure_number::kUnexpected,
+                  u"Der XML-Dienst des Systems (MSXML) ist nicht vorhanden.");
 }
 
 std::u16string Markup(std::u16string_view text) {
-    return Replace(Replace(Replace(Replace(text, u"&", u"&amp;"), u"<", u"&lt;"), u">", u"&gt;"), u"\"", u"&quot;");
+    return Replace(Replace(Replace(Replace(text, u"&", u"&amp;"), u"<", u"&lt;"), u">", u"&gt;"),
+                   u"\"", u"&quot;");
 }
 
 std::u16string Attribute(std::u16string_view name, std::u16string_view text) {
@@ -48,8 +52,8 @@ std::u16string DocumentXml(const host::Document& document) {
     std::u16string xml = u"    <Document>\r\n";
     for (const auto& [key, value] : document) {
         if (const auto field = host::WriteFieldText(value)) {
-            xml += u"      <Field" + Attribute(u"name", key) + Attribute(u"type", field->kind) + u">" + Markup(field->text) +
-                   u"</Field>\r\n";
+            xml += u"      <Field" + Attribute(u"name", key) + Attribute(u"type", field->kind) +
+                   u">" + Markup(field->text) + u"</Field>\r\n";
         }
     }
     return xml + u"    </Document>\r\n";
@@ -64,7 +68,8 @@ public:
         Load();
         const Late root = document_[u"documentElement"];
         if (!root || TextIn(root, u"nodeName") != kRoot) {
-            Refuse(u"Es ist keine Projektdatei (Wurzelelement \"" + (root ? TextIn(root, u"nodeName") : u"") + u"\").");
+            Refuse(u"Es ist keine Projektdatei (Wurzelelement \"" +
+                   (root ? TextIn(root, u"nodeName") : u"") + u"\").");
         }
         if (AttributeOf(root, u"version", u"/TalvixProject") != kVersion) {
             Refuse(u"/TalvixProject/@version: Diese Fassung des Dateiformats ist nicht bekannt.");
@@ -93,7 +98,10 @@ private:
         const auto* column = place.If<std::int32_t>();
         const std::u16string reason(Trim(TextIn(error, u"reason")));
         const bool hasPlace = lineNumber != nullptr && *lineNumber > 0 && column != nullptr;
-        Refuse((hasPlace ? u"Zeile " + DecimalText(*lineNumber) + u", Spalte " + DecimalText(*column) + u": " : u"") + reason);
+        Refuse((hasPlace ? u"Zeile " + DecimalText(*lineNumber) + u", Spalte " +
+                               DecimalText(*column) + u": "
+                         : u"") +
+               reason);
     }
 
     static std::u16string TextIn(const Late& node, std::u16string_view member) {
@@ -102,17 +110,20 @@ private:
         return text == nullptr ? std::u16string() : *text;
     }
 
-    std::u16string AttributeOf(const Late& node, std::u16string_view name, const std::u16string& place) const {
+    std::u16string AttributeOf(const Late& node, std::u16string_view name,
+                               const std::u16string& place) const {
         const Value value = node.Call(u"getAttribute", name);
         const auto* text = value.If<std::u16string>();
         const auto plain = text == nullptr ? std::nullopt : host::UnescapeText(*text);
         if (!plain) {
-            Refuse(place + u"/@" + std::u16string(name) + u": Die Angabe fehlt oder ist unverständlich.");
+            Refuse(place + u"/@" + std::u16string(name) +
+                   u": Die Angabe fehlt oder ist unverständlich.");
         }
         return *plain;
     }
 
-    std::int32_t NumberOf(const Late& node, std::u16string_view name, const std::u16string& place) const {
+    std::int32_t NumberOf(const Late& node, std::u16string_view name,
+                          const std::u16string& place) const {
         const auto value = host::ReadFieldText({u"long", AttributeOf(node, name, place)});
         const auto* number = value ? value->If<std::int32_t>() : nullptr;
         if (number == nullptr) {
@@ -122,7 +133,8 @@ private:
     }
 
     /// Calls `use` with every element of a path and its place.
-    template <typename Use> void ForEach(std::u16string_view path, Use&& use) const {
+    template <typename Use>
+    void ForEach(std::u16string_view path, Use&& use) const {
         const Late nodes = document_(u"selectNodes", path);
         std::int32_t number = 0;
         for (Late node = nodes[u"nextNode"]; node; node = nodes[u"nextNode"]) {
@@ -146,29 +158,35 @@ private:
     }
 
     void ReadSettings() {
-        ForEach(u"/TalvixProject/Settings/Setting", [&](const Late& node, const std::u16string& place) {
-            project_.settings[AttributeOf(node, u"path", place)] = AttributeOf(node, u"value", place);
-        });
+        ForEach(u"/TalvixProject/Settings/Setting",
+                [&](const Late& node, const std::u16string& place) {
+                    project_.settings[AttributeOf(node, u"path", place)] =
+                        AttributeOf(node, u"value", place);
+                });
     }
 
     void ReadActions() {
-        ForEach(u"/TalvixProject/Actions/Action", [&](const Late& node, const std::u16string& place) {
-            const auto date = ReadIsoText(AttributeOf(node, u"startdate", place));
-            if (!date) {
-                Refuse(place + u"/@startdate: Ein Datum wird erwartet.");
-            }
-            project_.actions.push_back({NumberOf(node, u"id", place), *date, AttributeOf(node, u"description", place)});
-        });
+        ForEach(u"/TalvixProject/Actions/Action",
+                [&](const Late& node, const std::u16string& place) {
+                    const auto date = ReadIsoText(AttributeOf(node, u"startdate", place));
+                    if (!date) {
+                        Refuse(place + u"/@startdate: Ein Datum wird erwartet.");
+                    }
+                    project_.actions.push_back({NumberOf(node, u"id", place), *date,
+                                                AttributeOf(node, u"description", place)});
+                });
     }
 
     void ReadDocuments() {
-        ForEach(u"/TalvixProject/Documents/Document", [&](const Late& node, const std::u16string& place) {
+        ForEach(u"/TalvixProject/Documents/Document", [&](const Late& node,
+                                                          const std::u16string& place) {
             host::Document document;
             const Late fields = node(u"selectNodes", u"Field");
             for (Late field = fields[u"nextNode"]; field; field = fields[u"nextNode"]) {
                 const std::u16string key = AttributeOf(field, u"name", place + u"/Field");
                 const std::u16string own = place + u"/Field[@name='" + key + u"']";
-                auto value = host::ReadFieldText({AttributeOf(field, u"type", own), TextIn(field, u"text")});
+                auto value =
+                    host::ReadFieldText({AttributeOf(field, u"type", own), TextIn(field, u"text")});
                 if (!value) {
                     Refuse(own + u": Der Inhalt passt nicht zu seiner Art.");
                 }
@@ -185,29 +203,36 @@ private:
 
 [[noreturn]] void RefuseToSave(std::u16string_view path, DWORD error) {
     throw Failure(static_cast<std::int32_t>(HRESULT_FROM_WIN32(error)),
-                  u"Die Datei \"" + std::u16string(path) + u"\" kann nicht gespeichert werden.\r\n" + SystemText(error));
+                  u"Die Datei \"" + std::u16string(path) +
+                      u"\" kann nicht gespeichert werden.\r\n" + SystemText(error));
 }
 
 bool WriteWhole(const std::u16string& path, const std::string& bytes) {
-    const OwnedFile file(CreateFileW(Wide(path), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const OwnedFile file(CreateFileW(Wide(path), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                     FILE_ATTRIBUTE_NORMAL, nullptr));
     DWORD written = 0;
-    return file && WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) != FALSE &&
+    return file &&
+           WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written,
+                     nullptr) != FALSE &&
            written == bytes.size() && FlushFileBuffers(file.Get()) != FALSE;
 }
 
 } // namespace
 
 std::u16string ProjectXml(const host::Project& project) {
-    std::u16string xml = u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<TalvixProject version=\"1\">\r\n  <Project" +
-                         Attribute(u"number", project.number) + Attribute(u"name", project.name) +
-                         Attribute(u"company", project.company) + Attribute(u"folder", project.folder) +
-                         Attribute(u"nextId", DecimalText(project.nextId)) + u"/>\r\n  <Settings>\r\n";
+    std::u16string xml =
+        u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<TalvixProject version=\"1\">\r\n  "
+        u"<Project" +
+        Attribute(u"number", project.number) + Attribute(u"name", project.name) +
+        Attribute(u"company", project.company) + Attribute(u"folder", project.folder) +
+        Attribute(u"nextId", DecimalText(project.nextId)) + u"/>\r\n  <Settings>\r\n";
     for (const auto& [path, value] : project.settings) {
         xml += u"    <Setting" + Attribute(u"path", path) + Attribute(u"value", value) + u"/>\r\n";
     }
     xml += u"  </Settings>\r\n  <Actions>\r\n";
     for (const host::Action& action : project.actions) {
-        xml += u"    <Action" + Attribute(u"id", DecimalText(action.id)) + Attribute(u"startdate", IsoText(action.startDate)) +
+        xml += u"    <Action" + Attribute(u"id", DecimalText(action.id)) +
+               Attribute(u"startdate", IsoText(action.startDate)) +
                Attribute(u"description", action.description) + u"/>\r\n";
     }
     xml += u"  </Actions>\r\n  <Documents>\r\n";
@@ -217,7 +242,9 @@ std::u16string ProjectXml(const host::Project& project) {
     return xml + u"  </Documents>\r\n</TalvixProject>\r\n";
 }
 
-host::Project ReadProject(std::u16string_view path) { return ProjectReader(path).Read(); }
+host::Project ReadProject(std::u16string_view path) {
+    return ProjectReader(path).Read();
+}
 
 void SaveProject(const host::Project& project, std::u16string_view path) {
     const std::u16string target(path);
@@ -227,7 +254,8 @@ void SaveProject(const host::Project& project, std::u16string_view path) {
         DeleteFileW(Wide(temporary));
         RefuseToSave(path, error);
     }
-    if (MoveFileExW(Wide(temporary), Wide(target), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == FALSE) {
+    if (MoveFileExW(Wide(temporary), Wide(target),
+                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == FALSE) {
         const DWORD error = GetLastError();
         DeleteFileW(Wide(temporary));
         RefuseToSave(path, error);

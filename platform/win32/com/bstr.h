@@ -35,7 +35,8 @@ public:
     /// A null string is the empty text.
     static std::u16string_view View(BSTR text) {
         return text == nullptr ? std::u16string_view()
-                               : std::u16string_view(reinterpret_cast<const char16_t*>(text), SysStringLen(text));
+                               : std::u16string_view(reinterpret_cast<const char16_t*>(text),
+                                                     SysStringLen(text));
     }
 
 private:

@@ -8,7 +8,8 @@
 namespace talvix {
 
 /// Owns one reference on a COM object.
-template <typename Interface> class ComPtr {
+template <typename Interface>
+class ComPtr {
 public:
     ComPtr() = default;
     ComPtr(std::nullptr_t) {}
@@ -61,7 +62,8 @@ private:
 };
 
 /// Makes an object that starts with one reference.
-template <typename Class, typename... Args> ComPtr<Class> MakeCom(Args&&... args) {
+template <typename Class, typename... Args>
+ComPtr<Class> MakeCom(Args&&... args) {
     return ComPtr<Class>::Adopt(new Class(std::forward<Args>(args)...));
 }
 

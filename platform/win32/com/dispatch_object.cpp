@@ -41,7 +41,8 @@ public:
         if (info.pfnDeferredFillIn != nullptr) {
             info.pfnDeferredFillIn(&info);
         }
-        const std::int32_t number = info.scode != 0 ? info.scode : static_cast<std::int32_t>(0x800A0000 + info.wCode);
+        const std::int32_t number =
+            info.scode != 0 ? info.scode : static_cast<std::int32_t>(0x800A0000 + info.wCode);
         const std::u16string text(Bstr::View(info.bstrDescription));
         throw Failure(number, text.empty() ? SystemText(static_cast<DWORD>(number)) : text);
     }
@@ -117,23 +118,28 @@ std::optional<MemberId> DispatchObject::FindMember(std::u16string_view name) {
         return std::nullopt;
     }
     if (FAILED(result)) {
-        throw Failure(result, u"\"" + std::u16string(name) + u"\": " + SystemText(static_cast<DWORD>(result)));
+        throw Failure(result, u"\"" + std::u16string(name) + u"\": " +
+                                  SystemText(static_cast<DWORD>(result)));
     }
     names_.push_back({std::u16string(name), id});
     return id;
 }
 
-std::optional<std::size_t> DispatchObject::FindParameter(MemberId member, std::u16string_view name) {
+std::optional<std::size_t> DispatchObject::FindParameter(MemberId member,
+                                                         std::u16string_view name) {
     const auto known = std::find_if(names_.begin(), names_.end(),
                                     [&](const Name& each) { return each.id == member; });
     if (known == names_.end()) {
         return std::nullopt;
     }
     const std::u16string parameter(name);
-    std::array<wchar_t*, 2> texts{const_cast<wchar_t*>(Wide(known->text)), const_cast<wchar_t*>(Wide(parameter))};
+    std::array<wchar_t*, 2> texts{const_cast<wchar_t*>(Wide(known->text)),
+                                  const_cast<wchar_t*>(Wide(parameter))};
     std::array<DISPID, 2> ids{};
-    const HRESULT result = dispatch_->GetIDsOfNames(IID_NULL, texts.data(), 2, LOCALE_USER_DEFAULT, ids.data());
-    return SUCCEEDED(result) && ids[1] >= 0 ? std::optional(static_cast<std::size_t>(ids[1])) : std::nullopt;
+    const HRESULT result =
+        dispatch_->GetIDsOfNames(IID_NULL, texts.data(), 2, LOCALE_USER_DEFAULT, ids.data());
+    return SUCCEEDED(result) && ids[1] >= 0 ? std::optional(static_cast<std::size_t>(ids[1]))
+                                            : std::nullopt;
 }
 
 std::vector<DISPID> DispatchObject::NamedIds(MemberId member, Arguments arguments, bool isPut) {
@@ -144,8 +150,9 @@ std::vector<DISPID> DispatchObject::NamedIds(MemberId member, Arguments argument
     for (std::size_t at = arguments.names.size(); at-- > 0;) {
         const auto place = FindParameter(member, arguments.names[at]);
         if (!place) {
-            throw Failure(failure_number::kUnknownName,
-                          u"No parameter is called \"" + std::u16string(arguments.names[at]) + u"\"");
+            throw Failure(failure_number::kUnknownName, u"No parameter is called \"" +
+                                                            std::u16string(arguments.names[at]) +
+                                                            u"\"");
         }
         ids.push_back(static_cast<DISPID>(*place));
     }
@@ -156,11 +163,12 @@ HRESULT DispatchObject::CallOnce(MemberId member, unsigned access, DISPPARAMS& p
                                  VARIANT* result, EXCEPINFO& exception) {
     const auto flags = static_cast<WORD>(access);
     if (extended_) {
-        return extended_->InvokeEx(member, LOCALE_USER_DEFAULT, flags, &parameters, result, &exception, nullptr);
+        return extended_->InvokeEx(member, LOCALE_USER_DEFAULT, flags, &parameters, result,
+                                   &exception, nullptr);
     }
     UINT wrong = 0;
-    const HRESULT answer = dispatch_->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
-                                             result, &exception, &wrong);
+    const HRESULT answer = dispatch_->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, flags,
+                                             &parameters, result, &exception, &wrong);
     if (answer == E_NOTIMPL && member == DISPID_VALUE) {
         extended_ = ComPtr<IDispatchEx>::From(dispatch_.Get());
         return extended_ ? CallOnce(member, access, parameters, result, exception) : answer;
@@ -169,8 +177,9 @@ HRESULT DispatchObject::CallOnce(MemberId member, unsigned access, DISPPARAMS& p
 }
 
 /// A property that takes no arguments may yield a collection that does.
-HRESULT DispatchObject::CallDefaultOfYielded(MemberId member, unsigned access, DISPPARAMS& parameters,
-                                             VARIANT* result, EXCEPINFO& exception) {
+HRESULT DispatchObject::CallDefaultOfYielded(MemberId member, unsigned access,
+                                             DISPPARAMS& parameters, VARIANT* result,
+                                             EXCEPINFO& exception) {
     DISPPARAMS none{};
     Variant yielded;
     HRESULT answer = CallOnce(member, access::kGet, none, yielded.Get(), exception);
@@ -190,7 +199,8 @@ Value DispatchObject::Invoke(MemberId member, unsigned access, Arguments argumen
     Exception exception;
     VARIANT* out = isPut ? nullptr : result.Get();
     HRESULT answer = CallOnce(member, access, parameters, out, exception.info);
-    const bool mayBeField = access == access::kCall && (answer == kNotAFunction || answer == DISP_E_MEMBERNOTFOUND);
+    const bool mayBeField =
+        access == access::kCall && (answer == kNotAFunction || answer == DISP_E_MEMBERNOTFOUND);
     if (mayBeField) {
         exception.Clear();
         answer = CallOnce(member, access::kGet, parameters, out, exception.info);

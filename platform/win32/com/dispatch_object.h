@@ -4,9 +4,9 @@
 #include "platform/win32/com/com_ptr.h"
 
 #include <windows.h>
-#include <dispex.h>
 #include <oleauto.h>
 
+#include <dispex.h>
 #include <string>
 
 namespace talvix {

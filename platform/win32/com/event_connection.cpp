@@ -124,8 +124,8 @@ STDMETHODIMP EventListener::GetTypeInfoCount(UINT* count) {
     return S_OK;
 }
 
-STDMETHODIMP EventListener::Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*,
-                                   EXCEPINFO*, UINT*) {
+STDMETHODIMP EventListener::Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS* parameters,
+                                   VARIANT*, EXCEPINFO*, UINT*) {
     const ComPtr<EventListener> alive(this);
     const auto name = names_.find(member);
     if (name == names_.end()) {
@@ -150,7 +150,9 @@ STDMETHODIMP EventListener::Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS
 }
 
 void* EventListener::Find(REFIID id) {
-    return id == source_ || id == IID_IUnknown || id == IID_IDispatch ? static_cast<IDispatch*>(this) : nullptr;
+    return id == source_ || id == IID_IUnknown || id == IID_IDispatch
+               ? static_cast<IDispatch*>(this)
+               : nullptr;
 }
 
 Subscription ConnectToEvents(IUnknown* object, std::shared_ptr<EventSink> sink,
@@ -161,14 +163,15 @@ Subscription ConnectToEvents(IUnknown* object, std::shared_ptr<EventSink> sink,
     if (!point || FAILED(point->GetConnectionInterface(&id))) {
         throw Failure(failure_number::kMemberNotFound, u"The object raises no events");
     }
-    const auto listener =
-        MakeCom<EventListener>(id, source ? NamesIn(source.Get()) : NamesByOrder(order), std::move(sink));
+    const auto listener = MakeCom<EventListener>(
+        id, source ? NamesIn(source.Get()) : NamesByOrder(order), std::move(sink));
     DWORD cookie = 0;
     const HRESULT result = point->Advise(listener.Get(), &cookie);
     if (FAILED(result)) {
         throw Failure(result, u"The object's events cannot be connected");
     }
-    return {static_cast<void*>(listener.Get()), [point, cookie](void*) { point->Unadvise(cookie); }};
+    return {static_cast<void*>(listener.Get()),
+            [point, cookie](void*) { point->Unadvise(cookie); }};
 }
 
 } // namespace talvix

@@ -16,12 +16,15 @@ namespace talvix {
 /// Hears a COM object's events and hands them on by name.
 class EventListener : public Unknown<IDispatch> {
 public:
-    EventListener(REFIID source, std::map<DISPID, std::u16string> names, std::shared_ptr<EventSink> sink)
+    EventListener(REFIID source, std::map<DISPID, std::u16string> names,
+                  std::shared_ptr<EventSink> sink)
         : source_(source), names_(std::move(names)), sink_(std::move(sink)) {}
 
     STDMETHODIMP GetTypeInfoCount(UINT* count) override;
     STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+        return E_NOTIMPL;
+    }
     STDMETHODIMP Invoke(DISPID member, REFIID id, LCID locale, WORD flags, DISPPARAMS* parameters,
                         VARIANT* result, EXCEPINFO* exception, UINT* wrongArgument) override;
 

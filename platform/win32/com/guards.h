@@ -12,7 +12,8 @@ namespace talvix {
 // (Members that never fail are guarded where they are answered.)
 
 /// Plumbing: the work's own result code, or an honest one for what was thrown.
-template <typename Work> HRESULT Guarded(Work&& work) noexcept {
+template <typename Work>
+HRESULT Guarded(Work&& work) noexcept {
     try {
         return work();
     } catch (const std::bad_alloc&) {

@@ -37,7 +37,8 @@ void Unpack(const DISPPARAMS& parameters, bool isPut, std::vector<Value>& values
         throw Failure(DISP_E_BADPARAMCOUNT, u"Too many arguments");
     }
     // A put has its new value first, named DISPID_PROPERTYPUT.
-    const bool named = isPut && parameters.cNamedArgs > 0 && parameters.rgdispidNamedArgs[0] == DISPID_PROPERTYPUT;
+    const bool named =
+        isPut && parameters.cNamedArgs > 0 && parameters.rgdispidNamedArgs[0] == DISPID_PROPERTYPUT;
     const UINT first = named ? 1 : 0;
     std::size_t count = parameters.cArgs - parameters.cNamedArgs;
     for (UINT at = first; at < parameters.cNamedArgs; ++at) {
@@ -57,7 +58,8 @@ void Unpack(const DISPPARAMS& parameters, bool isPut, std::vector<Value>& values
 
 using Buffer = std::vector<Value>;
 
-/// Memory for arguments that waits for the next call of the first thread that made one; other threads do without.
+/// Memory for arguments that waits for the next call of the first thread that made one; other
+/// threads do without.
 struct Spare {
     LONG owner = 0;
     Buffer* buffer = nullptr;
@@ -69,7 +71,8 @@ struct Spare {
 };
 Spare waiting;
 
-/// The arguments of a call, in memory that calls hand on to each other with nothing but texts in it.
+/// The arguments of a call, in memory that calls hand on to each other with nothing but texts in
+/// it.
 class ArgumentBuffer {
 public:
     ArgumentBuffer() : values_(TakeSpare()) {}
@@ -112,7 +115,9 @@ ComPtr<IUnknown> NewEnumerator(const Object& object) {
 
 } // namespace
 
-const void* ModuleMark() { return &moduleMark; }
+const void* ModuleMark() {
+    return &moduleMark;
+}
 
 HRESULT DispatchAnswers::TypeInfo(UINT index, ITypeInfo** info) const {
     if (info == nullptr) {
@@ -132,14 +137,17 @@ HRESULT DispatchAnswers::IdsOfNames(REFIID id, LPOLESTR* names, UINT count, DISP
     }
     return Guarded([&] {
         std::fill(ids, ids + count, DISPID_UNKNOWN);
-        const auto member = names[0] == nullptr ? std::nullopt : target_->FindMember(Text(names[0]));
+        const auto member =
+            names[0] == nullptr ? std::nullopt : target_->FindMember(Text(names[0]));
         if (!member) {
             return DISP_E_UNKNOWNNAME;
         }
         ids[0] = *member;
         HRESULT result = S_OK;
         for (UINT at = 1; at < count; ++at) {
-            const auto place = names[at] == nullptr ? std::nullopt : target_->FindParameter(*member, Text(names[at]));
+            const auto place = names[at] == nullptr
+                                   ? std::nullopt
+                                   : target_->FindParameter(*member, Text(names[at]));
             ids[at] = place ? static_cast<DISPID>(*place) : DISPID_UNKNOWN;
             result = place ? result : DISP_E_UNKNOWNNAME;
         }
@@ -147,7 +155,8 @@ HRESULT DispatchAnswers::IdsOfNames(REFIID id, LPOLESTR* names, UINT count, DISP
     });
 }
 
-void DispatchAnswers::Call(DISPID member, WORD flags, const DISPPARAMS& parameters, VARIANT* result) const {
+void DispatchAnswers::Call(DISPID member, WORD flags, const DISPPARAMS& parameters,
+                           VARIANT* result) const {
     if (member == DISPID_NEWENUM) {
         const ComPtr<IUnknown> elements = NewEnumerator(target_);
         if (result != nullptr) {
@@ -203,17 +212,21 @@ STDMETHODIMP LateDispatch::GetTypeInfo(UINT index, LCID, ITypeInfo** info) {
     return answers_.TypeInfo(index, info);
 }
 
-STDMETHODIMP LateDispatch::GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
+STDMETHODIMP LateDispatch::GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID,
+                                         DISPID* ids) {
     return answers_.IdsOfNames(id, names, count, ids);
 }
 
-STDMETHODIMP LateDispatch::Invoke(DISPID member, REFIID id, LCID, WORD flags, DISPPARAMS* parameters,
-                                  VARIANT* result, EXCEPINFO* exception, UINT*) {
+STDMETHODIMP LateDispatch::Invoke(DISPID member, REFIID id, LCID, WORD flags,
+                                  DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
+                                  UINT*) {
     const ComPtr<LateDispatch> alive(this);
     return answers_.Invoke(member, id, flags, parameters, result, exception);
 }
 
-const void* STDMETHODCALLTYPE LateDispatch::Module() { return ModuleMark(); }
+const void* STDMETHODCALLTYPE LateDispatch::Module() {
+    return ModuleMark();
+}
 
 Object OwnObject(IUnknown* unknown) {
     const auto own = ComPtr<ILateObject>::From(unknown);

@@ -18,7 +18,8 @@ struct ILateObject : IUnknown {
 
 } // namespace talvix
 
-__CRT_UUID_DECL(talvix::ILateObject, 0x6f0f0d1e, 0x4d54, 0x4c0e, 0x9c, 0x1a, 0x7f, 0x4f, 0x0c, 0x5f, 0x8a, 0x10)
+__CRT_UUID_DECL(talvix::ILateObject, 0x6f0f0d1e, 0x4d54, 0x4c0e, 0x9c, 0x1a, 0x7f, 0x4f, 0x0c, 0x5f,
+                0x8a, 0x10)
 
 namespace talvix {
 
@@ -46,7 +47,8 @@ public:
 
     STDMETHODIMP GetTypeInfoCount(UINT* count) override;
     STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
-    STDMETHODIMP GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override;
+    STDMETHODIMP GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID locale,
+                               DISPID* ids) override;
     STDMETHODIMP Invoke(DISPID member, REFIID id, LCID locale, WORD flags, DISPPARAMS* parameters,
                         VARIANT* result, EXCEPINFO* exception, UINT* wrongArgument) override;
     const void* STDMETHODCALLTYPE Module() override;

@@ -10,15 +10,22 @@ LONG locks = 0;
 
 } // namespace
 
-void LockModule() { InterlockedIncrement(&locks); }
+void LockModule() {
+    InterlockedIncrement(&locks);
+}
 
-void UnlockModule() { InterlockedDecrement(&locks); }
+void UnlockModule() {
+    InterlockedDecrement(&locks);
+}
 
-LONG ModuleLocks() { return locks; }
+LONG ModuleLocks() {
+    return locks;
+}
 
 HINSTANCE ModuleHandle() {
     HMODULE module = nullptr;
-    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                           GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
                        reinterpret_cast<const wchar_t*>(&locks), &module);
     return module;
 }
@@ -26,7 +33,8 @@ HINSTANCE ModuleHandle() {
 std::u16string ModulePath() {
     std::u16string path(512, u'\0');
     for (;;) {
-        const DWORD length = GetModuleFileNameW(ModuleHandle(), WideBuffer(path), static_cast<DWORD>(path.size()));
+        const DWORD length =
+            GetModuleFileNameW(ModuleHandle(), WideBuffer(path), static_cast<DWORD>(path.size()));
         if (length < path.size()) {
             path.resize(length);
             return path;

@@ -37,8 +37,8 @@ struct KeyContent {
 
 KeyContent ContentOf(HKEY key) {
     KeyContent content;
-    RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &content.keys, nullptr, nullptr, &content.values,
-                     nullptr, nullptr, nullptr, nullptr);
+    RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &content.keys, nullptr, nullptr,
+                     &content.values, nullptr, nullptr, nullptr, nullptr);
     return content;
 }
 
@@ -67,7 +67,8 @@ void RemoveEmptyKeys(std::u16string path, RegistrationScope scope) {
 void RemoveEntry(const RegistrationEntry& entry, RegistrationScope scope) {
     OwnedKey key;
     const std::u16string path = kClasses + entry.key;
-    if (RegOpenKeyExW(RootOf(scope), Wide(path), 0, KEY_READ | KEY_SET_VALUE, key.Out()) != ERROR_SUCCESS) {
+    if (RegOpenKeyExW(RootOf(scope), Wide(path), 0, KEY_READ | KEY_SET_VALUE, key.Out()) !=
+        ERROR_SUCCESS) {
         return;
     }
     if (ContentOf(key.Get()).keys == 0) {
@@ -78,11 +79,13 @@ void RemoveEntry(const RegistrationEntry& entry, RegistrationScope scope) {
 }
 
 /// True when the class is registered for the other bitness, seen through the other view.
-bool OtherBitnessIsRegistered(const std::vector<RegistrationEntry>& entries, RegistrationScope scope) {
+bool OtherBitnessIsRegistered(const std::vector<RegistrationEntry>& entries,
+                              RegistrationScope scope) {
     constexpr REGSAM kOtherView = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
-    const auto server = std::find_if(entries.begin(), entries.end(), [](const RegistrationEntry& entry) {
-        return entry.name == u"ThreadingModel";
-    });
+    const auto server =
+        std::find_if(entries.begin(), entries.end(), [](const RegistrationEntry& entry) {
+            return entry.name == u"ThreadingModel";
+        });
     BOOL onWow64 = FALSE;
     IsWow64Process(GetCurrentProcess(), &onWow64);
     const bool hasOtherView = sizeof(void*) == 8 || onWow64 != FALSE;
@@ -91,7 +94,8 @@ bool OtherBitnessIsRegistered(const std::vector<RegistrationEntry>& entries, Reg
     }
     OwnedKey key;
     const std::u16string path = kClasses + server->key;
-    return RegOpenKeyExW(RootOf(scope), Wide(path), 0, KEY_READ | kOtherView, key.Out()) == ERROR_SUCCESS;
+    return RegOpenKeyExW(RootOf(scope), Wide(path), 0, KEY_READ | kOtherView, key.Out()) ==
+           ERROR_SUCCESS;
 }
 
 void Remove(const std::vector<RegistrationEntry>& entries, RegistrationScope scope, bool shared) {

@@ -8,7 +8,8 @@
 
 namespace talvix {
 
-HRESULT GetServerClassObject(const ServerClass& server, REFCLSID classId, REFIID id, void** object) {
+HRESULT GetServerClassObject(const ServerClass& server, REFCLSID classId, REFIID id,
+                             void** object) {
     if (object == nullptr) {
         return E_POINTER;
     }
@@ -19,17 +20,22 @@ HRESULT GetServerClassObject(const ServerClass& server, REFCLSID classId, REFIID
     return Guarded([&] { return MakeCom<ClassFactory>(server.maker)->QueryInterface(id, object); });
 }
 
-HRESULT CanUnloadServer() { return ModuleLocks() == 0 ? S_OK : S_FALSE; }
+HRESULT CanUnloadServer() {
+    return ModuleLocks() == 0 ? S_OK : S_FALSE;
+}
 
 HRESULT RegisterServer(const ServerClass& server, RegistrationScope scope) {
     return Guarded([&] {
-        const HRESULT result = WriteRegistration(RegistrationEntries(server.identity, ModulePath()), scope);
+        const HRESULT result =
+            WriteRegistration(RegistrationEntries(server.identity, ModulePath()), scope);
         return SUCCEEDED(result) || result == E_ACCESSDENIED ? result : SELFREG_E_CLASS;
     });
 }
 
 HRESULT UnregisterServer(const ServerClass& server, RegistrationScope scope) {
-    return Guarded([&] { return RemoveRegistration(RegistrationEntries(server.identity, ModulePath()), scope); });
+    return Guarded([&] {
+        return RemoveRegistration(RegistrationEntries(server.identity, ModulePath()), scope);
+    });
 }
 
 HRESULT InstallServer(const ServerClass& server, BOOL install, const wchar_t* commandLine) {

@@ -10,7 +10,8 @@ namespace talvix {
 /// The reference count of an object with one or more interfaces. It keeps its module loaded. A new
 /// object has one reference. All objects here belong to one apartment, so counting needs no
 /// interlocked steps: COM calls them on their own thread only.
-template <typename First, typename... More> class Unknown : public First, public More... {
+template <typename First, typename... More>
+class Unknown : public First, public More... {
 public:
     Unknown() { LockModule(); }
     Unknown(const Unknown&) = delete;
@@ -45,7 +46,8 @@ protected:
             return static_cast<First*>(this);
         }
         void* found = nullptr;
-        ((found = found == nullptr && id == __uuidof(More) ? static_cast<More*>(this) : found), ...);
+        ((found = found == nullptr && id == __uuidof(More) ? static_cast<More*>(this) : found),
+         ...);
         return found;
     }
 

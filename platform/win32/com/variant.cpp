@@ -32,7 +32,8 @@ Value FromDecimal(DECIMAL& decimal) {
 }
 
 Value FromError(SCODE code) {
-    return code == DISP_E_PARAMNOTFOUND ? Value(Missing()) : Value(ErrorCode{static_cast<std::int32_t>(code)});
+    return code == DISP_E_PARAMNOTFOUND ? Value(Missing())
+                                        : Value(ErrorCode{static_cast<std::int32_t>(code)});
 }
 
 /// A whole number by its kind, from where it lies; nothing for other kinds.
@@ -95,10 +96,12 @@ Value Scalar(VARTYPE kind, void* at) {
 Value FromVariant(const VARIANT& variant, int depth);
 
 /// Elements of one dimension, the last one innermost.
-Value FromArray(SAFEARRAY* array, VARTYPE kind, UINT dimension, std::vector<LONG>& place, int depth) {
+Value FromArray(SAFEARRAY* array, VARTYPE kind, UINT dimension, std::vector<LONG>& place,
+                int depth) {
     LONG lower = 0;
     LONG upper = -1;
-    if (FAILED(SafeArrayGetLBound(array, dimension, &lower)) || FAILED(SafeArrayGetUBound(array, dimension, &upper))) {
+    if (FAILED(SafeArrayGetLBound(array, dimension, &lower)) ||
+        FAILED(SafeArrayGetUBound(array, dimension, &upper))) {
         RaiseUnknownKind();
     }
     std::vector<Value> elements;
@@ -112,8 +115,9 @@ Value FromArray(SAFEARRAY* array, VARTYPE kind, UINT dimension, std::vector<LONG
         if (FAILED(SafeArrayPtrOfIndex(array, place.data(), &element))) {
             RaiseUnknownKind();
         }
-        elements.push_back(kind == VT_VARIANT ? FromVariant(*static_cast<VARIANT*>(element), depth + 1)
-                                              : Scalar(kind, element));
+        elements.push_back(kind == VT_VARIANT
+                               ? FromVariant(*static_cast<VARIANT*>(element), depth + 1)
+                               : Scalar(kind, element));
     }
     return List(std::make_shared<const std::vector<Value>>(std::move(elements)));
 }
@@ -145,7 +149,8 @@ Value FromVariant(const VARIANT& variant, int depth) {
         return Null();
     }
     if (byReference) {
-        return kind == VT_VARIANT ? FromVariant(*variant.pvarVal, depth + 1) : Scalar(kind, variant.byref);
+        return kind == VT_VARIANT ? FromVariant(*variant.pvarVal, depth + 1)
+                                  : Scalar(kind, variant.byref);
     }
     if (kind == VT_DECIMAL) {
         DECIMAL decimal = variant.decVal;
@@ -156,7 +161,9 @@ Value FromVariant(const VARIANT& variant, int depth) {
 
 } // namespace
 
-Value ToValue(const VARIANT& variant) { return FromVariant(variant, 0); }
+Value ToValue(const VARIANT& variant) {
+    return FromVariant(variant, 0);
+}
 
 void AssignValue(Value& value, const VARIANT& variant) {
     if (variant.vt == VT_BSTR) {
