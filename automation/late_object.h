@@ -72,6 +72,10 @@ public:
     /// The elements, for objects that are collections; others raise Failure.
     virtual std::shared_ptr<Sequence> Enumerate();
 
+    /// The face that the object has outside already, for the edge that knows its kind; null for
+    /// none.
+    virtual void* Face() const { return nullptr; }
+
     Object Self() { return shared_from_this(); }
 };
 

@@ -81,28 +81,28 @@ std::optional<std::size_t> MemberIndex::FindParameter(MemberId member,
     return std::nullopt;
 }
 
-const MemberShape& MemberIndex::Check(MemberId member, unsigned access) const {
-    const MemberShape& shape = shapes_[PlaceOf(member)];
+void MemberIndex::Check(std::size_t place, unsigned access) const {
+    const MemberShape& shape = shapes_[place];
     const bool isPut = (access & access::kAnyPut) != 0;
     const unsigned wanted = isPut ? access::kPut : access::kCall;
     if ((shape.access & wanted) == 0) {
         throw Failure(failure_number::kMemberNotFound,
                       Quoted(shape.name) + (isPut ? u" is read only" : u" cannot be read"));
     }
-    return shape;
 }
 
-void MemberIndex::Arrange(MemberId member, std::span<const Value> values,
+void MemberIndex::Arrange(std::size_t own, std::span<const Value> values,
                           std::span<const std::u16string_view> names,
                           std::vector<Value>& out) const {
-    const Entry& entry = entries_[PlaceOf(member)];
+    const Entry& entry = entries_[own];
     out.assign(entry.parameters.size(), Value(Missing()));
     const std::size_t positional = values.size() - std::min(values.size(), names.size());
     for (std::size_t place = 0; place < positional; ++place) {
         out[place] = values[place];
     }
     for (std::size_t named = positional; named < values.size(); ++named) {
-        const auto place = FindParameter(member, names[named - positional]);
+        const auto place =
+            FindParameter(firstId_ + static_cast<MemberId>(own), names[named - positional]);
         if (!place) {
             throw Failure(failure_number::kUnknownName,
                           u"No parameter is called " + Quoted(names[named - positional]));
@@ -111,8 +111,7 @@ void MemberIndex::Arrange(MemberId member, std::span<const Value> values,
     }
 }
 
-void MemberIndex::Require(MemberId member, std::span<const Value> arguments) const {
-    const std::size_t place = PlaceOf(member);
+void MemberIndex::Require(std::size_t place, std::span<const Value> arguments) const {
     const Entry& entry = entries_[place];
     for (std::size_t at = 0; at < entry.required; ++at) {
         if (arguments[at].Is<Missing>()) {

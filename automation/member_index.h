@@ -22,18 +22,20 @@ public:
 
     std::optional<MemberId> Find(std::u16string_view name) const;
     std::optional<std::size_t> FindParameter(MemberId member, std::u16string_view name) const;
-    /// Checks the way of access; what is not allowed raises Failure.
-    const MemberShape& Check(MemberId member, unsigned access) const;
+    /// A member's place in the table; Failure for a number that no member has. The members below go
+    /// by place.
     std::size_t PlaceOf(MemberId member) const;
+    /// Checks the way of access; what is not allowed raises Failure.
+    void Check(std::size_t place, unsigned access) const;
     /// Number of parameters, optional ones included.
-    std::size_t ParameterCount(MemberId member) const {
-        return entries_[PlaceOf(member)].parameters.size();
+    std::size_t ParameterCount(std::size_t place) const {
+        return entries_[place].parameters.size();
     }
     /// Positions the arguments (named ones included) and fills gaps with Missing.
-    void Arrange(MemberId member, std::span<const Value> values,
+    void Arrange(std::size_t own, std::span<const Value> values,
                  std::span<const std::u16string_view> names, std::vector<Value>& out) const;
     /// Raises Failure for a required parameter without an argument.
-    void Require(MemberId member, std::span<const Value> arguments) const;
+    void Require(std::size_t place, std::span<const Value> arguments) const;
     std::span<const MemberShape> Shapes() const { return shapes_; }
     MemberId FirstId() const { return firstId_; }
 

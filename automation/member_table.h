@@ -53,11 +53,12 @@ Value MemberTable<Target>::Invoke(Target& target, MemberId member, unsigned acce
     const bool isPut = (access & access::kAnyPut) != 0;
     const std::size_t count =
         arguments.values.size() - (isPut && !arguments.values.empty() ? 1 : 0);
-    const std::size_t known = index_.ParameterCount(member);
+    const std::size_t place = index_.PlaceOf(member);
+    const std::size_t known = index_.ParameterCount(place);
     if (count > known) {
         return Forward(target, member, access, arguments);
     }
-    index_.Check(member, access);
+    index_.Check(place, access);
     MemberCall call{access, arguments.values.first(count), nullptr};
     if (isPut) {
         if (arguments.values.empty()) {
@@ -67,24 +68,24 @@ Value MemberTable<Target>::Invoke(Target& target, MemberId member, unsigned acce
     }
     std::vector<Value> arranged;
     if (count < known || !arguments.names.empty()) {
-        index_.Arrange(member, call.arguments, arguments.names, arranged);
+        index_.Arrange(place, call.arguments, arguments.names, arranged);
         call.arguments = arranged;
     }
-    index_.Require(member, call.arguments);
-    return members_[index_.PlaceOf(member)].handler(target, call);
+    index_.Require(place, call.arguments);
+    return members_[place].handler(target, call);
 }
 
 /// Arguments that the member does not take itself go to the default member of what it yields.
 template <typename Target>
 Value MemberTable<Target>::Forward(Target& target, MemberId member, unsigned access,
                                    Arguments arguments) const {
-    const std::size_t own = index_.ParameterCount(member);
+    const std::size_t place = index_.PlaceOf(member);
+    const std::size_t own = index_.ParameterCount(place);
     Value yielded = Invoke(target, member, access::kCall, {arguments.values.first(own), {}});
     const Object* object = yielded.If<Object>();
     if (object == nullptr || *object == nullptr) {
         throw Failure(failure_number::kBadArgumentCount,
-                      std::u16string(index_.Shapes()[index_.PlaceOf(member)].name) +
-                          u" takes fewer arguments");
+                      std::u16string(index_.Shapes()[place].name) + u" takes fewer arguments");
     }
     return (*object)->Invoke(kDefaultMember, access,
                              {arguments.values.subspan(own), arguments.names});

@@ -159,8 +159,8 @@ const MemberTable<MainObject>& MainObject::Members() {
 Value MainObject::Invoke(MemberId member, unsigned access, Arguments arguments) {
     const MemberIndex& index = Members().Index();
     const bool isPut = (access & access::kAnyPut) != 0;
-    index.PlaceOf(member);
-    const std::size_t known = index.ParameterCount(member) + (isPut ? 1 : 0);
+    const std::size_t place = index.PlaceOf(member);
+    const std::size_t known = index.ParameterCount(place) + (isPut ? 1 : 0);
     if (!isPut && arguments.values.size() > known) {
         arguments.values = arguments.values.first(known);
     }

@@ -17,11 +17,11 @@
 namespace talvix::grid {
 
 /// The grid object that knows the control it belongs to, as long as that lives.
-class ControlGridObject : public GridObject, public ComIdentity {
+class ControlGridObject : public GridObject {
 public:
     ControlGridObject(SharedGrid grid, IUnknown* identity)
         : GridObject(std::move(grid)), identity_(identity) {}
-    IUnknown* Identity() override { return identity_; }
+    void* Face() const override { return identity_; }
     void Detach() { identity_ = nullptr; }
 
 private:

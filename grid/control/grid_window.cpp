@@ -263,7 +263,8 @@ LRESULT GridWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
 LRESULT GridWindow::HandleKeyboard(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_GETDLGCODE:
-        return DLGC_WANTARROWS | DLGC_WANTCHARS;
+        // Enter is the grid's: a dialog around it would take it for its default button.
+        return DLGC_WANTARROWS | DLGC_WANTCHARS | (wParam == VK_RETURN ? DLGC_WANTMESSAGE : 0);
     case WM_SETFOCUS:
         onFocus_();
         InvalidateRect(window_, nullptr, FALSE);

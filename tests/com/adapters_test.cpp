@@ -9,6 +9,7 @@
 #include "tests/contracts/culture_contract.h"
 #include "tests/contracts/files_contract.h"
 #include "tests/contracts/registry_contract.h"
+#include "tests/contracts/shell_contract.h"
 
 #include <gtest/gtest.h>
 
@@ -25,6 +26,13 @@ struct Win32FilesRig {
     Win32Files files;
 };
 
+struct Win32ShellRig {
+    Shell& Port() { return shell; }
+    std::u16string File(std::u16string_view name) const { return folder.Make(name, 1); }
+    TemporaryFolder folder;
+    Win32Shell shell;
+};
+
 struct Win32RegistryRig {
     ~Win32RegistryRig() { RegDeleteKeyW(HKEY_CURRENT_USER, L"Software\\TalvixTest"); }
     Registry& Port() { return registry; }
@@ -36,6 +44,7 @@ struct Win32RegistryRig {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Win32, FilesContract, Win32FilesRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Win32, RegistryContract, Win32RegistryRig);
+INSTANTIATE_TYPED_TEST_SUITE_P(Win32, ShellContract, Win32ShellRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Win32, GermanContract, Win32Locale);
 
 TEST(Win32Files, LongPathsTakeTheExtendedForm) {
@@ -58,13 +67,6 @@ TEST(Win32Shell, NamesTypesAndNumbersIconsWithoutLosingHandles) {
     }
     EXPECT_LE(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS), before + 5);
     EXPECT_EQ(shell.SmallIconIndex(folder.Path() + u"\\fehlt.txt"), 0);
-}
-
-TEST(Win32Shell, KnowsTheClassesWithIconsOfTheirOwn) {
-    Win32Shell shell;
-    EXPECT_TRUE(shell.HasOwnIcon(u"C:\\a.EXE"));
-    EXPECT_TRUE(shell.HasOwnIcon(u"C:\\ordner.mit\\ohne"));
-    EXPECT_FALSE(shell.HasOwnIcon(u"C:\\a.txt"));
 }
 
 TEST(Win32System, TellsVersionResolutionAndTime) {

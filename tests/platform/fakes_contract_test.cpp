@@ -1,6 +1,7 @@
 #include "tests/contracts/culture_contract.h"
 #include "tests/contracts/files_contract.h"
 #include "tests/contracts/registry_contract.h"
+#include "tests/contracts/shell_contract.h"
 #include "tests/fakes/fake_platform.h"
 
 namespace talvix {
@@ -21,6 +22,15 @@ struct FakeFilesRig {
     FakeFiles files{journal};
 };
 
+struct FakeShellRig {
+    Shell& Port() { return shell; }
+    std::u16string File(std::u16string_view name) const {
+        return u"P:\\Proj\\" + std::u16string(name);
+    }
+    Journal journal;
+    FakeShell shell{journal};
+};
+
 struct FakeRegistryRig {
     Registry& Port() { return registry; }
     std::u16string Key() const { return u"Software\\Talvix\\Test"; }
@@ -32,6 +42,7 @@ struct FakeRegistryRig {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Fake, FilesContract, FakeFilesRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Fake, RegistryContract, FakeRegistryRig);
+INSTANTIATE_TYPED_TEST_SUITE_P(Fake, ShellContract, FakeShellRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Fake, GermanContract, FakeCulture);
 
 } // namespace talvix

@@ -132,6 +132,9 @@ bool MainWindow::Start(const CommandLine& line) {
         }
         WriteSummary(line.summary);
     });
+    if (project_ == nullptr) { // what was asked for could not be opened
+        Attempt([&] { NewProject(u""); });
+    }
     UpdateWindow(window_);
     return !line.exit;
 }
@@ -364,7 +367,7 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
                                                                  MulDiv(300, dpi_, kUnits)};
         return 0;
     case WM_COMMAND:
-        if (project_ != nullptr || LOWORD(wParam) < kFirstButton) {
+        if (project_ != nullptr || LOWORD(wParam) == kExit) {
             Attempt([&] { OnCommand(LOWORD(wParam)); });
         }
         return 0;

@@ -25,6 +25,7 @@ public:
                            std::span<const std::u16string_view> order) override;
     std::shared_ptr<Sequence> Enumerate() override;
 
+    void* Face() const override { return static_cast<IUnknown*>(dispatch_.Get()); }
     IDispatch* Dispatch() const { return dispatch_.Get(); }
 
 private:
@@ -51,7 +52,7 @@ public:
     std::optional<MemberId> FindMember(std::u16string_view) override { return std::nullopt; }
     Value Invoke(MemberId member, unsigned access, Arguments arguments) override;
     std::u16string TypeName() const override { return u"Unknown"; }
-    IUnknown* Unknown() const { return unknown_.Get(); }
+    void* Face() const override { return unknown_.Get(); }
 
 private:
     ComPtr<IUnknown> unknown_;

@@ -237,14 +237,8 @@ ComPtr<IUnknown> UnknownOf(const Object& object) {
     if (object == nullptr) {
         return nullptr;
     }
-    if (const auto* foreign = dynamic_cast<const DispatchObject*>(object.get())) {
-        return ComPtr<IUnknown>(foreign->Dispatch());
-    }
-    if (const auto* opaque = dynamic_cast<const OpaqueObject*>(object.get())) {
-        return ComPtr<IUnknown>(opaque->Unknown());
-    }
-    if (auto* identity = dynamic_cast<ComIdentity*>(object.get())) {
-        return ComPtr<IUnknown>(identity->Identity());
+    if (void* face = object->Face()) {
+        return ComPtr<IUnknown>(static_cast<IUnknown*>(face));
     }
     return ComPtr<IUnknown>::Adopt(static_cast<IDispatch*>(new LateDispatch(object)));
 }

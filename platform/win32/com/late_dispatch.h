@@ -58,13 +58,6 @@ private:
     DispatchAnswers answers_;
 };
 
-/// Something that is a COM object and a late object at once, such as a control.
-class ComIdentity {
-public:
-    virtual ~ComIdentity() = default;
-    virtual IUnknown* Identity() = 0;
-};
-
 /// The object behind one of this module's own COM faces; null for every other.
 Object OwnObject(IUnknown* unknown);
 /// A COM object for a late object; null for Nothing.

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/shell.h"
+
+#include <gtest/gtest.h>
+
+namespace talvix {
+
+/// What every `Shell` keeps to. A rig offers Port() and File(name), the path of a file that is
+/// there.
+template <typename Rig>
+class ShellContract : public testing::Test {
+protected:
+    Rig rig;
+};
+TYPED_TEST_SUITE_P(ShellContract);
+
+TYPED_TEST_P(ShellContract, FilesHaveATypeNameAndAnIconPlace) {
+    const std::u16string path = this->rig.File(u"Größe.txt");
+    EXPECT_NE(this->rig.Port().TypeName(path), u"");
+    EXPECT_GE(this->rig.Port().SmallIconIndex(path), 0);
+    EXPECT_EQ(this->rig.Port().SmallIconIndex(path), this->rig.Port().SmallIconIndex(path));
+    EXPECT_EQ(this->rig.Port().TypeName(path),
+              this->rig.Port().TypeName(this->rig.File(u"andere.txt")));
+}
+
+TYPED_TEST_P(ShellContract, ProgramsAndNamesWithoutExtensionHaveIconsOfTheirOwn) {
+    EXPECT_TRUE(this->rig.Port().HasOwnIcon(this->rig.File(u"setup.exe")));
+    EXPECT_TRUE(this->rig.Port().HasOwnIcon(this->rig.File(u"README")));
+    EXPECT_FALSE(this->rig.Port().HasOwnIcon(this->rig.File(u"a.txt")));
+}
+
+TYPED_TEST_P(ShellContract, ThereIsASystemImageList) {
+    EXPECT_NE(this->rig.Port().SmallIconList(), 0);
+    EXPECT_EQ(this->rig.Port().SmallIconList(), this->rig.Port().SmallIconList());
+}
+
+REGISTER_TYPED_TEST_SUITE_P(ShellContract, FilesHaveATypeNameAndAnIconPlace,
+                            ProgramsAndNamesWithoutExtensionHaveIconsOfTheirOwn,
+                            ThereIsASystemImageList);
+
+} // namespace talvix
