@@ -23,7 +23,7 @@ constexpr double kCurrencyScale = 10000;
 Value Plain(const Value& value) {
     Value plain = value;
     for (int depth = 0; depth < 8; ++depth) {
-        const Object* object = plain.If<Object>();
+        const auto* object = plain.If<Object>();
         if (object == nullptr) {
             return plain;
         }

@@ -6,7 +6,7 @@ namespace talvix {
 
 EventSource::EventSource() : sinks_(std::make_shared<Sinks>()) {}
 
-Subscription EventSource::Connect(std::shared_ptr<EventSink> sink) {
+Subscription EventSource::Connect(const std::shared_ptr<EventSink>& sink) {
     sinks_->push_back(sink);
     const std::weak_ptr<Sinks> sinks = sinks_;
     return {sink.get(), [sinks, sink](void*) {

@@ -13,7 +13,7 @@ class EventSource {
 public:
     EventSource();
 
-    Subscription Connect(std::shared_ptr<EventSink> sink);
+    Subscription Connect(const std::shared_ptr<EventSink>& sink);
     /// A sink that fails does not keep the others from hearing the event.
     void Raise(std::u16string_view name, std::span<Value> arguments) const;
     bool HasSinks() const { return !sinks_->empty(); }

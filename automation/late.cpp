@@ -22,7 +22,7 @@ void Late::SetAt(std::u16string_view name, const Value& argument, const Value& v
 }
 
 LateObject& Late::Target() const {
-    const Object* object = value_.If<Object>();
+    const auto* object = value_.If<Object>();
     if (object == nullptr || *object == nullptr) {
         throw Failure(failure_number::kNoObject, u"Object variable not set");
     }

@@ -8,6 +8,7 @@ std::optional<std::size_t> LateObject::FindParameter(MemberId, std::u16string_vi
     return std::nullopt;
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): those who override it keep the sink.
 Subscription LateObject::Subscribe(std::shared_ptr<EventSink>,
                                    std::span<const std::u16string_view>) {
     throw Failure(failure_number::kMemberNotFound, TypeName() + u" raises no events");

@@ -5,7 +5,7 @@
 namespace talvix {
 
 bool Value::IsNothing() const {
-    const Object* object = If<Object>();
+    const auto* object = If<Object>();
     return IsAbsent() || Is<Null>() || (object != nullptr && *object == nullptr);
 }
 

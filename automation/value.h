@@ -52,6 +52,8 @@ public:
                                  std::int32_t, std::int64_t, float, double, Currency, Date,
                                  std::u16string, Object, List, ErrorCode>;
 
+    // NOLINTBEGIN(google-explicit-constructor): a value of each kind is meant to be written as it
+    // is.
     Value() = default;
     Value(Empty) {}
     Value(Null value) : storage_(value) {}
@@ -76,6 +78,7 @@ public:
         : storage_(Object(std::move(value))) {}
     template <typename Other>
     Value(Other) = delete;
+    // NOLINTEND(google-explicit-constructor)
 
     template <typename Kind>
     bool Is() const {

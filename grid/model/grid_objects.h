@@ -17,7 +17,7 @@ public:
     std::u16string TypeName() const override { return u"Grid"; }
     Subscription Subscribe(std::shared_ptr<EventSink> sink,
                            std::span<const std::u16string_view>) override {
-        return model->events.Connect(std::move(sink));
+        return model->events.Connect(sink);
     }
     const SharedGrid model;
 };
