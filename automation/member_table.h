@@ -36,6 +36,7 @@ public:
 private:
     static std::vector<MemberShape> ShapesOf(const std::vector<Member<Target>>& members) {
         std::vector<MemberShape> shapes;
+        shapes.reserve(members.size());
         for (const Member<Target>& member : members) {
             shapes.push_back(member.shape);
         }
@@ -82,7 +83,7 @@ Value MemberTable<Target>::Forward(Target& target, MemberId member, unsigned acc
     const std::size_t place = index_.PlaceOf(member);
     const std::size_t own = index_.ParameterCount(place);
     Value yielded = Invoke(target, member, access::kCall, {arguments.values.first(own), {}});
-    const Object* object = yielded.If<Object>();
+    const auto* object = yielded.If<Object>();
     if (object == nullptr || *object == nullptr) {
         throw Failure(failure_number::kBadArgumentCount,
                       std::u16string(index_.Shapes()[place].name) + u" takes fewer arguments");

@@ -5,6 +5,7 @@ target_compile_options(talvix_flags INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
     -Wsuggest-override -Wold-style-cast -Wnull-dereference -Werror)
 target_compile_options(talvix_flags INTERFACE
+    -Wno-unknown-warning-option   # clang knows not all of GCC's names
     -Wno-restrict                 # GCC 12 sees overlaps in std::string's own copying (its bug 105651)
     -Wno-maybe-uninitialized)     # GCC 12 takes an empty std::optional's content for a read
 if(TALVIX_SANITIZE)
@@ -15,6 +16,11 @@ endif()
 if(TALVIX_COVERAGE)
     target_compile_options(talvix_flags INTERFACE --coverage)
     target_link_options(talvix_flags INTERFACE --coverage)
+endif()
+if(TALVIX_FUZZ)
+    target_compile_options(talvix_flags INTERFACE -fsanitize=fuzzer-no-link,address,undefined
+        -fno-sanitize-recover=all)
+    target_link_options(talvix_flags INTERFACE -fsanitize=address,undefined)
 endif()
 if(TALVIX_TIDY)
     set(CMAKE_CXX_CLANG_TIDY clang-tidy --extra-arg=-Wno-unknown-warning-option)

@@ -16,6 +16,7 @@ Number Unpack(std::uint64_t content) {
 
 template <typename Pointed>
 Pointed* AsPointer(std::uint64_t content) {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): a cell is one number, whatever it holds
     return reinterpret_cast<Pointed*>(static_cast<std::uintptr_t>(content));
 }
 
@@ -102,7 +103,7 @@ void CellStore::Set(Slot slot, std::size_t place, const Value& value) {
     } else if (value.Is<Empty>()) {
         Drop(column, slot);
     } else if (const auto* truth = value.If<bool>()) {
-        Pack(column, slot, Kind::Bool, std::uint8_t{*truth});
+        Pack(column, slot, Kind::Bool, static_cast<std::uint8_t>(*truth));
     } else if (const auto* byte = value.If<std::uint8_t>()) {
         Pack(column, slot, Kind::Byte, *byte);
     } else if (const auto* integer = value.If<std::int16_t>()) {

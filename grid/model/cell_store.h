@@ -25,7 +25,7 @@ public:
     void Reserve(std::size_t slots);
 
     Value Get(Slot slot, std::size_t column) const;
-    void Set(Slot slot, std::size_t column, const Value& value);
+    void Set(Slot slot, std::size_t place, const Value& value);
     /// Makes all cells of a row Empty.
     void ClearRow(Slot slot);
 

@@ -32,7 +32,7 @@ void GridModel::SetRedraw(bool on) {
     Changed();
 }
 
-void GridModel::Changed() {
+void GridModel::Changed() const {
     if (redraw_ && view != nullptr) {
         view->Refresh();
     }

@@ -46,6 +46,7 @@ public:
         : culture(userCulture), columns(culture), rows(columns, culture), layout(columns) {}
     GridModel(const GridModel&) = delete;
     GridModel& operator=(const GridModel&) = delete;
+    ~GridModel() = default;
 
     const Culture& culture;
     ColumnSet columns;
@@ -60,7 +61,7 @@ public:
     /// While off, nothing is painted, scrolled or sorted into place; on, all that waited is done.
     void SetRedraw(bool on);
     /// Tells the window that something changed.
-    void Changed();
+    void Changed() const;
     void Sort(std::size_t column, bool descending);
     void RefreshSort();
     /// Opens the headings above a row and scrolls it into view.

@@ -80,7 +80,7 @@ public:
 
 class RangeObject : public Tabled<RangeObject> {
 public:
-    explicit RangeObject(Range rowRange) : range(rowRange) {}
+    explicit RangeObject(Range rowRange) : range(std::move(rowRange)) {}
     static const MemberTable<RangeObject>& Members();
     std::u16string TypeName() const override { return u"Range"; }
     const Range range;

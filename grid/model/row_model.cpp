@@ -159,9 +159,9 @@ void RowModel::EnsurePositions() {
     headingPositions_.assign(tree_.Nodes().size(), 0);
     for (std::size_t at = 0; at < lines.size(); ++at) {
         const Line line = lines[at];
-        std::int32_t& position = IsHeading(line)
-                                     ? headingPositions_[static_cast<std::size_t>(~line)]
-                                     : positions_[static_cast<Slot>(line)];
+        const std::int32_t node = ~line;
+        std::int32_t& position = IsHeading(line) ? headingPositions_[static_cast<std::size_t>(node)]
+                                                 : positions_[static_cast<Slot>(line)];
         position = static_cast<std::int32_t>(at);
     }
     positionsValid_ = true;

@@ -24,7 +24,7 @@ public:
 private:
     static constexpr std::size_t kStep = 16;
     static constexpr std::size_t kLongest = 512; ///< bytes of a text that comes from a block
-    static constexpr std::size_t kBlock = 64 * 1024;
+    static constexpr std::size_t kBlock = std::size_t{64} * 1024;
     struct Free {
         Free* next;
     };

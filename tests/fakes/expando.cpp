@@ -77,7 +77,7 @@ Value Expando::Invoke(MemberId member, unsigned access, Arguments arguments) {
         entries_[place].value = arguments.values.back();
         return {};
     }
-    const Value value = entries_[place].value;
+    Value value = entries_[place].value;
     if (!arguments.values.empty() && value.Is<Object>() && *value.If<Object>() != nullptr) {
         return (*value.If<Object>())->Invoke(kDefaultMember, access, arguments);
     }

@@ -120,6 +120,11 @@ void FakeTimers::RunPending() {
     if (onPending) {
         onPending();
     }
+    while (!events_.empty()) {
+        const std::function<void()> event = std::move(events_.front());
+        events_.pop_front();
+        event();
+    }
 }
 
 Value FakePictures::Picture(std::int32_t number) {

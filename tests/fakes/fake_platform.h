@@ -5,6 +5,7 @@
 #include "tests/fakes/fake_culture.h"
 #include "tests/fakes/journal.h"
 
+#include <deque>
 #include <functional>
 #include <map>
 #include <set>
@@ -92,10 +93,13 @@ class FakeTimers : public Timers {
 public:
     explicit FakeTimers(Journal& journal) : journal_(journal) {}
     void RunPending() override;
+    /// Queues an event that the next RunPending runs.
+    void Post(std::function<void()> event) { events_.push_back(std::move(event)); }
     std::function<void()> onPending;
 
 private:
     Journal& journal_;
+    std::deque<std::function<void()>> events_;
 };
 
 class FakePictures : public Pictures {

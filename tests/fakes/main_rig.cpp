@@ -8,7 +8,7 @@ namespace talvix {
 namespace {
 
 std::shared_ptr<Expando> Collection(std::u16string_view name, std::u16string_view key,
-                                    Value element) {
+                                    const Value& element) {
     auto collection = std::make_shared<Expando>(std::u16string(name));
     collection->On(u"Item", [key = std::u16string(key), element](std::span<const Value> arguments) {
         if (arguments.size() != 1 || arguments[0] != Value(key)) {
@@ -19,7 +19,7 @@ std::shared_ptr<Expando> Collection(std::u16string_view name, std::u16string_vie
     return collection;
 }
 
-Expando::Handler ByName(std::u16string_view key, Value element) {
+Expando::Handler ByName(std::u16string_view key, const Value& element) {
     return [key = std::u16string(key), element](std::span<const Value> arguments) {
         if (arguments.size() != 1 || arguments[0] != Value(key)) {
             throw Failure(failure_number::kBadIndex, u"No such element");
@@ -67,8 +67,8 @@ void MainRig::Attach() {
 }
 
 Late MainRig::AddRow(const Value& objectType, std::u16string_view store,
-                     std::u16string_view description) {
-    const Late row = Late(gridObject)[u"Rows"][u"Add"];
+                     std::u16string_view description) const {
+    Late row = Late(gridObject)[u"Rows"][u"Add"];
     row.SetAt(u"Value", u"ObjectType", objectType);
     row.SetAt(u"Value", u"PhysicalStore1", store);
     row.SetAt(u"Value", u"ObjectDescription", description);

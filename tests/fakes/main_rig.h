@@ -18,7 +18,7 @@ public:
     void Reference();
     /// Adds a row as the host's loaded list has it.
     Late AddRow(const Value& objectType, std::u16string_view store,
-                std::u16string_view description = u"");
+                std::u16string_view description = u"") const;
     Late Row(std::int32_t number) const { return Late(gridObject)(u"Rows", number); }
     Value Cell(std::int32_t number, std::u16string_view key) const {
         return Row(number).Call(u"Value", key);

@@ -2,6 +2,7 @@
 #include "tests/contracts/files_contract.h"
 #include "tests/contracts/registry_contract.h"
 #include "tests/contracts/shell_contract.h"
+#include "tests/contracts/system_contract.h"
 #include "tests/fakes/fake_platform.h"
 
 namespace talvix {
@@ -38,11 +39,21 @@ struct FakeRegistryRig {
     FakeRegistry registry{journal};
 };
 
+struct FakeSystemRig {
+    void Post(std::function<void()> event) { timers.Post(std::move(event)); }
+    Journal journal;
+    FakeClock clock{journal};
+    FakeSystemInfo system{journal};
+    FakeTimers timers{journal};
+    FakePictures pictures{journal};
+};
+
 } // namespace
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Fake, FilesContract, FakeFilesRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Fake, RegistryContract, FakeRegistryRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Fake, ShellContract, FakeShellRig);
+INSTANTIATE_TYPED_TEST_SUITE_P(Fake, SystemContract, FakeSystemRig);
 INSTANTIATE_TYPED_TEST_SUITE_P(Fake, GermanContract, FakeCulture);
 
 } // namespace talvix
