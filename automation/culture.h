@@ -16,6 +16,8 @@ public:
 
     /// Upper case, one unit for one unit (a sharp s stays as it is).
     virtual std::u16string UpperCase(std::u16string_view text) const = 0;
+    /// Lower case, one unit for one unit.
+    virtual std::u16string LowerCase(std::u16string_view text) const = 0;
     /// Bytes whose plain order is the order of texts without regard to case.
     virtual std::string SortKey(std::u16string_view text) const = 0;
     /// Short date, and the time after a blank where it is not midnight; empty for a date that the

@@ -5,7 +5,7 @@ target_compile_options(talvix_flags INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
     -Wsuggest-override -Wold-style-cast -Wnull-dereference -Werror)
 target_compile_options(talvix_flags INTERFACE
-    -Wno-unknown-warning-option   # clang knows not all of GCC's names
+    $<$<CXX_COMPILER_ID:Clang>:-Wno-unknown-warning-option>   # clang knows not all of GCC's names
     -Wno-restrict                 # GCC 12 sees overlaps in std::string's own copying (its bug 105651)
     -Wno-maybe-uninitialized)     # GCC 12 takes an empty std::optional's content for a read
 if(TALVIX_SANITIZE)

@@ -15,7 +15,7 @@ endif()
 file(GLOB win32_sources CONFIGURE_DEPENDS platform/win32/*.cpp platform/win32/com/*.cpp)
 talvix_library(talvix_win32 ${win32_sources})
 target_link_libraries(talvix_win32 PUBLIC talvix_component
-    ole32 oleaut32 uuid shell32 user32 gdi32 advapi32)
+    ole32 oleaut32 uuid shell32 user32 gdi32 advapi32 mpr)
 
 # Reads the GUIDs of an .idl into ${prefix}_CLSID_Name, ${prefix}_LIBID_Name, ${prefix}_DIID_Name and
 # into a header of the same names: the .idl stays the only place where they stand.

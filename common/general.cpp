@@ -79,6 +79,26 @@ std::u16string GetFolderPath(std::u16string_view path) {
     return std::u16string(path.substr(0, path[last] == u':' ? last + 1 : last));
 }
 
+std::u16string BuildPath(std::u16string_view folder, std::u16string_view name) {
+    if (folder.empty() || name.empty()) {
+        return std::u16string(folder) + std::u16string(name);
+    }
+    while (folder.ends_with(u'\\')) {
+        folder.remove_suffix(1);
+    }
+    while (name.starts_with(u'\\')) {
+        name.remove_prefix(1);
+    }
+    return std::u16string(folder) + u"\\" + std::u16string(name);
+}
+
+std::u16string GetExtensionName(std::u16string_view path) {
+    const std::size_t last = path.find_last_of(u".\\");
+    return std::u16string(last == std::u16string_view::npos || path[last] != u'.'
+                              ? std::u16string_view()
+                              : path.substr(last + 1));
+}
+
 std::u16string GetFileTypeName(Shell& shell, std::u16string_view path) {
     return shell.TypeName(path);
 }

@@ -18,6 +18,10 @@ std::u16string GetFileName(std::u16string_view path);
 /// Up to before the last "\", or up to and with the last ":" where that comes first from the end;
 /// "" where neither occurs.
 std::u16string GetFolderPath(std::u16string_view path);
+/// `name` below `folder`, joined by exactly one "\\"; an empty part gives the other part alone.
+std::u16string BuildPath(std::u16string_view folder, std::u16string_view name);
+/// What follows the last "." of the file's name, "" without one.
+std::u16string GetExtensionName(std::u16string_view path);
 /// The shell's caption for the file's type, "" for none.
 std::u16string GetFileTypeName(Shell& shell, std::u16string_view path);
 /// Points (1/72 inch) of a length in pixels, never negative. Failure (overflow) where 72 times the

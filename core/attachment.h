@@ -30,6 +30,11 @@ struct Attachment {
     PresentationPass* pass = nullptr;
 
     Late Item() const { return talvixManaging[u"Item"]; }
+    /// A global setting's text; Failure where the common library does not give it.
+    std::u16string ReadGlobalSetting(std::u16string_view name) const;
+    /// The text of one of the item's user properties.
+    std::u16string UserProperty(std::u16string_view name) const;
+    void SetUserProperty(std::u16string_view name, std::u16string_view text) const;
 };
 
 /// Makes a pass the running one for the length of a block; an outer pass goes on afterwards.

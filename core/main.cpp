@@ -5,6 +5,8 @@
 #include "core/grid_setup.h"
 #include "core/row_presentation.h"
 #include "folder/folder_import.h"
+#include "folder/project_folder_store.h"
+#include "ui/dms_dispatcher.h"
 
 namespace talvix {
 
@@ -92,8 +94,28 @@ void Main::AddFile(std::u16string_view physicalStore1, std::u16string_view subje
                     modificationDate);
 }
 
+void Main::AddFilesFromProjectFolder(bool silent) {
+    talvix::AddFilesFromProjectFolder(attachment_, silent);
+}
+
 void Main::AddFilesFromProjectFolderEvent() {
     ImportProjectFolder(attachment_);
+}
+
+void Main::btnOpenFolder_Click() {
+    talvix::btnOpenFolder_Click(attachment_);
+}
+
+void Main::btnDMSSetStore_Click() {
+    talvix::btnDMSSetStore_Click(attachment_);
+}
+
+void Main::btnDMSDeletetStore_Click() {
+    talvix::btnDMSDeletetStore_Click(attachment_);
+}
+
+bool Main::MkDirs(std::u16string_view pathIn) {
+    return talvix::MkDirs(attachment_.platform.files, attachment_.trace, pathIn);
 }
 
 } // namespace talvix

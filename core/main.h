@@ -28,7 +28,12 @@ public:
     void AddFile(std::u16string_view physicalStore1, std::u16string_view subject,
                  std::u16string_view status, std::u16string_view longDescription, Date creationDate,
                  Date modificationDate);
+    void AddFilesFromProjectFolder(bool silent);
     void AddFilesFromProjectFolderEvent();
+    void btnOpenFolder_Click();
+    void btnDMSSetStore_Click();
+    void btnDMSDeletetStore_Click();
+    bool MkDirs(std::u16string_view pathIn);
 
     bool StopImport() const { return attachment_.stopImport; }
     void SetStopImport(bool stop) { attachment_.stopImport = stop; }

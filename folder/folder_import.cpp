@@ -5,6 +5,7 @@
 #include "common/general.h"
 #include "core/document_record.h"
 #include "core/grid_setup.h"
+#include "folder/project_copy.h"
 #include "folder/project_folder.h"
 #include "operations/add_document.h"
 
@@ -42,7 +43,8 @@ private:
     bool ImportFiles(const std::u16string& folder, const std::vector<std::u16string>& names) {
         for (const std::u16string& name : names) {
             const std::u16string path = folder + name;
-            if (next_.If([&] { return IsFileInList(attachment_, path); })) {
+            if (IsUnfinishedCopy(name) ||
+                next_.If([&] { return IsFileInList(attachment_, path); })) {
                 continue;
             }
             AddOne(path);

@@ -5,6 +5,7 @@
 #include "common/general.h"
 #include "core/row_presentation.h"
 #include "folder/project_folder.h"
+#include "operations/file_outlook_item.h"
 
 #include <limits>
 
@@ -67,6 +68,8 @@ void AddDMSItem(Attachment& attachment, const DocumentRecord& record, const Item
     }
     if (filing.item.IsNothing()) {
         AddRow(attachment, record);
+    } else {
+        FileOutlookItem(attachment, record, filing);
     }
 }
 

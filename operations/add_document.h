@@ -13,8 +13,8 @@ struct ItemFiling {
     std::u16string subfolder;
 };
 
-/// Appends one document row. Nothing is added while the project has no folder. The list is not
-/// persisted.
+/// Appends one document row; the list is not persisted then. With an Outlook item, that item is
+/// filed instead. Nothing is added while the project has no folder.
 void AddDMSItem(Attachment& attachment, const DocumentRecord& record, const ItemFiling& filing);
 
 /// Adds a file that lies in its final place. A date of 0 becomes the current date and time.

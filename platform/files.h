@@ -19,6 +19,8 @@ struct FolderListing {
     std::vector<std::u16string> folders;
 };
 
+enum class Renamed { Done, Taken };
+
 /// The file system.
 class Files {
 public:
@@ -29,6 +31,15 @@ public:
     virtual std::optional<FileFacts> Query(std::u16string_view path) = 0;
     /// Everything that lies directly in a folder. Failure when the folder cannot be listed.
     virtual FolderListing List(std::u16string_view folder) = 0;
+    /// Creates one folder, not its parents. Failure when it is there already or cannot be created.
+    virtual void CreateFolder(std::u16string_view path) = 0;
+    /// Gives a file another name without ever replacing anything: Taken when the name is in use, by
+    /// a folder too. Failure for every other reason.
+    virtual Renamed Rename(std::u16string_view from, std::u16string_view to) = 0;
+    /// Removes a file. Failure when it cannot be removed or is not there.
+    virtual void Remove(std::u16string_view path) = 0;
+    /// The folder for temporary files, without a closing "\\".
+    virtual std::u16string TemporaryFolder() = 0;
 };
 
 } // namespace talvix

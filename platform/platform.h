@@ -2,7 +2,11 @@
 
 #include "automation/culture.h"
 #include "platform/clock.h"
+#include "platform/dialogs.h"
 #include "platform/files.h"
+#include "platform/messages.h"
+#include "platform/network.h"
+#include "platform/objects.h"
 #include "platform/pictures.h"
 #include "platform/registry.h"
 #include "platform/shell.h"
@@ -21,6 +25,10 @@ struct Platform {
     Culture& locale;
     Timers& timers;
     Pictures& pictures;
+    Network& network;
+    Messages& messages;
+    Dialogs& dialogs;
+    Objects& objects;
 };
 
 } // namespace talvix

@@ -6,7 +6,12 @@
 
 namespace talvix {
 
-/// What the desktop shell knows about files.
+struct ShellCopy {
+    std::int32_t result = 0; ///< 0 for success
+    bool aborted = false;    ///< the user ended it
+};
+
+/// What the desktop shell knows about files and does with them.
 class Shell {
 public:
     virtual ~Shell() = default;
@@ -21,6 +26,10 @@ public:
     virtual bool HasOwnIcon(std::u16string_view path) = 0;
     /// Handle of the system image list of small icons as a number; 0 when there is none.
     virtual std::int64_t SmallIconList() = 0;
+    /// Copies a file with the shell's own progress, confirmation and error dialogs.
+    virtual ShellCopy Copy(std::u16string_view source, std::u16string_view target) = 0;
+    /// Hands a file, folder or address over to what is registered for opening it.
+    virtual void Open(std::u16string_view what, std::u16string_view workingFolder) = 0;
 };
 
 } // namespace talvix

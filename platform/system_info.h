@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 
 namespace talvix {
 
@@ -19,6 +20,8 @@ public:
     virtual std::optional<SystemVersion> Version() = 0;
     /// Vertical pixels per logical inch of the screen (LOGPIXELSY), 96 at 100 %.
     virtual std::int32_t PixelsPerInch() = 0;
+    /// A text of letters and digits that no other call yields, here or on another machine.
+    virtual std::u16string UniqueText() = 0;
 };
 
 } // namespace talvix

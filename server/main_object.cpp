@@ -80,6 +80,15 @@ Value AddFile(MainObject& object, const Call& call) {
     return {};
 }
 
+Value AddFilesFromProjectFolder(MainObject& object, const Call& call) {
+    object.main->AddFilesFromProjectFolder(ArgumentReader(object, call).Truth(0));
+    return {};
+}
+
+Value MkDirs(MainObject& object, const Call& call) {
+    return object.main->MkDirs(ArgumentReader(object, call).Text(0));
+}
+
 Value StopImport(MainObject& object, const Call& call) {
     if (!call.IsPut()) {
         return object.main->StopImport();
@@ -117,7 +126,7 @@ std::vector<Member<MainObject>> Table() {
         {{u"DereferenceLibraries", kMethod, u""}, Run<&Main::DereferenceLibraries>},
         {{u"InitSGDMS", kMethod, u""}, Run<&Main::InitSGDMS>},
         {{u"Init", kMethod, u""}, Run<&Main::Init>},
-        {{u"btnOpenFolder_Click", kMethod, u""}, NotYet},
+        {{u"btnOpenFolder_Click", kMethod, u""}, Run<&Main::btnOpenFolder_Click>},
         {{u"AddDMSItem", kMethod,
           u"[ObjectType] [Subject] [Creator] [CreationDateTime] [LastModificationBy] "
           u"[ModificationDateTime] "
@@ -132,7 +141,7 @@ std::vector<Member<MainObject>> Table() {
         {{u"NewDMSItem", kMethod, u""}, NotYet},
         {{u"DeleteDMSItem", kMethod, u""}, NotYet},
         {{u"OpenDocument", kMethod, u"[id]"}, NotYet},
-        {{u"AddFilesFromProjectFolder", kMethod, u"[Silent]"}, NotYet},
+        {{u"AddFilesFromProjectFolder", kMethod, u"[Silent]"}, AddFilesFromProjectFolder},
         {{u"AddFilesFromProjectFolderEvent", kMethod, u""},
          Run<&Main::AddFilesFromProjectFolderEvent>},
         {{u"btnOpenDocument_Click", kMethod, u""}, NotYet},
@@ -140,10 +149,9 @@ std::vector<Member<MainObject>> Table() {
         {{u"btnChangeDocument_Click", kMethod, u""}, NotYet},
         {{u"btnDeleteDocument_Click", kMethod, u""}, NotYet},
         {{u"btnExportDocuments_Click", kMethod, u""}, NotYet},
-        {{u"MkDirs", kMethod, u"[PathIn]"},
-         [](MainObject&, const Call&) -> Value { return false; }},
-        {{u"btnDMSSetStore_Click", kMethod, u""}, NotYet},
-        {{u"btnDMSDeletetStore_Click", kMethod, u""}, NotYet},
+        {{u"MkDirs", kMethod, u"[PathIn]"}, MkDirs},
+        {{u"btnDMSSetStore_Click", kMethod, u""}, Run<&Main::btnDMSSetStore_Click>},
+        {{u"btnDMSDeletetStore_Click", kMethod, u""}, Run<&Main::btnDMSDeletetStore_Click>},
         {{u"StopImport", kGetPut, u""}, StopImport},
         {{u"strAddingFile", kGetPut, u""}, AddingFile},
     };
@@ -157,6 +165,7 @@ const MemberTable<MainObject>& MainObject::Members() {
 }
 
 Value MainObject::Invoke(MemberId member, unsigned access, Arguments arguments) {
+    const auto alive = main; // a host may let go of it during the call
     const MemberIndex& index = Members().Index();
     const bool isPut = (access & access::kAnyPut) != 0;
     const std::size_t place = index.PlaceOf(member);

@@ -27,6 +27,11 @@ void Take(const WIN32_FIND_DATAW& data, FolderListing& listing) {
     }
 }
 
+Failure Failed(DWORD error, std::u16string_view path) {
+    return Failure(static_cast<std::int32_t>(HRESULT_FROM_WIN32(error)),
+                   std::u16string(path) + u": " + SystemText(error));
+}
+
 } // namespace
 
 std::u16string ExtendedPath(std::u16string_view path) {
@@ -65,13 +70,51 @@ FolderListing Win32Files::List(std::u16string_view folder) {
         if (error == ERROR_FILE_NOT_FOUND) {
             return listing; // the root of an empty drive has not even "."
         }
-        throw Failure(static_cast<std::int32_t>(HRESULT_FROM_WIN32(error)),
-                      std::u16string(folder) + u": " + SystemText(error));
+        throw Failed(error, folder);
     }
     do {
         Take(data, listing);
     } while (FindNextFileW(find.Get(), &data) != FALSE);
     return listing;
+}
+
+void Win32Files::CreateFolder(std::u16string_view path) {
+    if (CreateDirectoryW(Wide(ExtendedPath(path)), nullptr) == FALSE) {
+        throw Failed(GetLastError(), path);
+    }
+}
+
+Renamed Win32Files::Rename(std::u16string_view from, std::u16string_view to) {
+    // Without a flag that says so nothing is replaced, and no copy is made on another volume.
+    if (MoveFileExW(Wide(ExtendedPath(from)), Wide(ExtendedPath(to)), 0) != FALSE) {
+        return Renamed::Done;
+    }
+    const DWORD error = GetLastError();
+    if (error == ERROR_ALREADY_EXISTS || error == ERROR_FILE_EXISTS || Query(to)) {
+        return Renamed::Taken;
+    }
+    throw Failed(error, to);
+}
+
+void Win32Files::Remove(std::u16string_view path) {
+    const std::u16string file = ExtendedPath(path);
+    if (DeleteFileW(Wide(file)) != FALSE) {
+        return;
+    }
+    const DWORD error = GetLastError();
+    SetFileAttributesW(Wide(file), FILE_ATTRIBUTE_NORMAL); // a copy of a read-only file is one too
+    if (error != ERROR_ACCESS_DENIED || DeleteFileW(Wide(file)) == FALSE) {
+        throw Failed(error, path);
+    }
+}
+
+std::u16string Win32Files::TemporaryFolder() {
+    std::u16string path(MAX_PATH + 1, u'\0');
+    path.resize(GetTempPathW(static_cast<DWORD>(path.size()), WideBuffer(path)));
+    while (path.ends_with(u'\\')) {
+        path.pop_back();
+    }
+    return path;
 }
 
 } // namespace talvix

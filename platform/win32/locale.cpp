@@ -24,6 +24,14 @@ std::u16string Win32Locale::UpperCase(std::u16string_view text) const {
     return upper;
 }
 
+std::u16string Win32Locale::LowerCase(std::u16string_view text) const {
+    std::u16string lower(text);
+    if (!lower.empty()) {
+        CharLowerBuffW(WideBuffer(lower), static_cast<DWORD>(lower.size()));
+    }
+    return lower;
+}
+
 std::string Win32Locale::SortKey(std::u16string_view text) const {
     if (text.empty()) {
         return {};

@@ -91,4 +91,23 @@ std::int64_t Win32Shell::SmallIconList() {
     return static_cast<std::int64_t>(AskForIcon(u"C:\\", info));
 }
 
+ShellCopy Win32Shell::Copy(std::u16string_view source, std::u16string_view target) {
+    // Lists of paths, ended by an empty one.
+    const std::u16string from = std::u16string(source) + u'\0';
+    const std::u16string to = std::u16string(target) + u'\0';
+    SHFILEOPSTRUCTW operation{};
+    operation.hwnd = GetActiveWindow();
+    operation.wFunc = FO_COPY;
+    operation.pFrom = Wide(from);
+    operation.pTo = Wide(to);
+    operation.fFlags = FOF_FILESONLY;
+    const int result = SHFileOperationW(&operation);
+    return {result, operation.fAnyOperationsAborted != FALSE};
+}
+
+void Win32Shell::Open(std::u16string_view what, std::u16string_view workingFolder) {
+    ShellExecuteW(nullptr, L"open", Wide(std::u16string(what)), nullptr,
+                  Wide(std::u16string(workingFolder)), SW_SHOW);
+}
+
 } // namespace talvix

@@ -1,11 +1,29 @@
 #include "platform/win32/system.h"
 
+#include "automation/failure.h"
 #include "platform/win32/owned.h"
 
 #include <windows.h>
+#include <objbase.h>
 #include <oleauto.h>
 
+#include <array>
+#include <bit>
+
 namespace talvix {
+
+namespace {
+
+constexpr ULONG_PTR kDialogClass = 32770; // the atom of "#32770"
+
+/// True when the message was a dialog's key and the dialog has taken it.
+bool IsForDialog(MSG& message) {
+    const HWND top = message.hwnd == nullptr ? nullptr : GetAncestor(message.hwnd, GA_ROOT);
+    return top != nullptr && GetClassLongPtrW(top, GCW_ATOM) == kDialogClass &&
+           IsDialogMessageW(top, &message) != FALSE;
+}
+
+} // namespace
 
 std::optional<SystemVersion> Win32SystemInfo::Version() {
     OSVERSIONINFOW info{};
@@ -23,6 +41,20 @@ std::int32_t Win32SystemInfo::PixelsPerInch() {
     return GetDeviceCaps(screen.Get(), LOGPIXELSY);
 }
 
+std::u16string Win32SystemInfo::UniqueText() {
+    GUID id{};
+    if (FAILED(CoCreateGuid(&id))) {
+        throw Failure(failure_number::kUnexpected, u"No unique name can be made");
+    }
+    constexpr std::u16string_view kDigits = u"0123456789abcdef";
+    std::u16string text;
+    for (const auto byte : std::bit_cast<std::array<std::uint8_t, sizeof id>>(id)) {
+        text += kDigits[byte >> 4U];
+        text += kDigits[byte & 0xFU];
+    }
+    return text;
+}
+
 Date Win32Clock::Now() {
     SYSTEMTIME now{};
     GetLocalTime(&now);
@@ -38,8 +70,10 @@ void Win32Timers::RunPending() {
             PostQuitMessage(static_cast<int>(message.wParam));
             return;
         }
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
+        if (!IsForDialog(message)) {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
     }
 }
 

@@ -10,6 +10,7 @@ class Win32SystemInfo : public SystemInfo {
 public:
     std::optional<SystemVersion> Version() override;
     std::int32_t PixelsPerInch() override;
+    std::u16string UniqueText() override;
 };
 
 class Win32Clock : public Clock {

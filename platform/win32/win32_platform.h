@@ -1,8 +1,12 @@
 #pragma once
 
 #include "platform/platform.h"
+#include "platform/win32/dialogs.h"
 #include "platform/win32/files.h"
 #include "platform/win32/locale.h"
+#include "platform/win32/messages.h"
+#include "platform/win32/network.h"
+#include "platform/win32/objects.h"
 #include "platform/win32/pictures.h"
 #include "platform/win32/registry.h"
 #include "platform/win32/shell.h"
@@ -20,7 +24,12 @@ struct Win32Platform {
     Win32Locale locale;
     Win32Timers timers;
     Win32Pictures pictures;
-    Platform ports{files, shell, registry, system, clock, locale, timers, pictures};
+    Win32Network network;
+    Win32Messages messages;
+    Win32Dialogs dialogs;
+    Win32Objects objects;
+    Platform ports{files,  shell,    registry, system,   clock,   locale,
+                   timers, pictures, network,  messages, dialogs, objects};
 };
 
 } // namespace talvix

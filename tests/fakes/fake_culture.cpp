@@ -52,6 +52,19 @@ std::u16string FakeCulture::UpperCase(std::u16string_view text) const {
     return upper;
 }
 
+std::u16string FakeCulture::LowerCase(std::u16string_view text) const {
+    std::u16string lower(text);
+    for (char16_t& unit : lower) {
+        for (char16_t small = u'a'; small <= u'\u00FE'; ++small) {
+            if (unit != small && Upper(small) == unit) {
+                unit = small;
+                break;
+            }
+        }
+    }
+    return lower;
+}
+
 std::string FakeCulture::SortKey(std::u16string_view text) const {
     const std::u16string upper = UpperCase(text);
     std::string primary;

@@ -8,6 +8,7 @@ namespace talvix {
 class FakeCulture : public Culture {
 public:
     std::u16string UpperCase(std::u16string_view text) const override;
+    std::u16string LowerCase(std::u16string_view text) const override;
     std::string SortKey(std::u16string_view text) const override;
     std::u16string DateText(Date date) const override;
     std::optional<Date> ReadDate(std::u16string_view text) const override;

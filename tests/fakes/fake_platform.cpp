@@ -73,6 +73,64 @@ FolderListing FakeFiles::List(std::u16string_view folder) {
     return listing;
 }
 
+bool FakeFiles::TakesNew(std::u16string_view path) const {
+    const std::u16string folder = Key(path.substr(0, path.rfind(u'\\')));
+    return entries_.contains(folder) && !readOnly.contains(folder);
+}
+
+void FakeFiles::CreateFolder(std::u16string_view path) {
+    journal_.Step(u"create folder");
+    journal_.Write(u"create folder " + std::u16string(path));
+    while (path.size() > 3 && path.back() == u'\\') {
+        path.remove_suffix(1);
+    }
+    if (entries_.contains(Key(path)) || !TakesNew(path)) {
+        throw Failure(failure_number::kInvalidArgument, u"Cannot be created");
+    }
+    MakeFolder(path);
+}
+
+Renamed FakeFiles::Rename(std::u16string_view from, std::u16string_view to) {
+    journal_.Step(u"rename");
+    if (beforeRename) {
+        beforeRename(to);
+    }
+    journal_.Write(u"rename " + std::u16string(from) + u" -> " + std::u16string(to));
+    const auto found = entries_.find(Key(from));
+    if (found == entries_.end() || !TakesNew(to)) {
+        throw Failure(failure_number::kInvalidArgument, u"Cannot be renamed");
+    }
+    if (entries_.contains(Key(to))) {
+        return Renamed::Taken;
+    }
+    const FileFacts facts = found->second.facts;
+    entries_.erase(found);
+    entries_[Key(to)] = {std::u16string(to), facts};
+    return Renamed::Done;
+}
+
+void FakeFiles::Remove(std::u16string_view path) {
+    journal_.Step(u"remove");
+    journal_.Write(u"remove " + std::u16string(path));
+    if (entries_.erase(Key(path)) == 0) {
+        throw Failure(failure_number::kInvalidArgument, u"Cannot be removed");
+    }
+}
+
+std::u16string FakeFiles::TemporaryFolder() {
+    journal_.Step(u"temporary folder");
+    return u"C:\\Temp";
+}
+
+bool FakeFiles::CopyFile(std::u16string_view source, std::u16string_view target) {
+    const auto found = entries_.find(Key(source));
+    if (found == entries_.end() || found->second.facts.isFolder || !TakesNew(target)) {
+        return false;
+    }
+    entries_[Key(target)] = {std::u16string(target), found->second.facts};
+    return true;
+}
+
 std::int32_t FakeShell::SmallIconIndex(std::u16string_view path) {
     journal_.Step(u"icon");
     journal_.Write(u"icon " + std::u16string(path));
@@ -95,6 +153,29 @@ std::int64_t FakeShell::SmallIconList() {
     journal_.Step(u"image list");
     journal_.Write(u"image list");
     return 4711;
+}
+
+ShellCopy FakeShell::Copy(std::u16string_view source, std::u16string_view target) {
+    journal_.Step(u"copy");
+    journal_.Write(u"copy " + std::u16string(source) + u" -> " + std::u16string(target));
+    if (copyResult != 0) {
+        return {copyResult, false};
+    }
+    const auto present = files_.Query(target);
+    if (present && !replaces) {
+        return {0, true};
+    }
+    return {files_.CopyFile(source, target) ? 0 : 2, false};
+}
+
+void FakeShell::Open(std::u16string_view what, std::u16string_view workingFolder) {
+    journal_.Step(u"open");
+    journal_.Write(u"open " + std::u16string(what) + u" in " + std::u16string(workingFolder));
+}
+
+std::u16string FakeSystemInfo::UniqueText() {
+    journal_.Step(u"unique text");
+    return DecimalText(++unique_);
 }
 
 std::optional<RegistryValue> FakeRegistry::Read(std::uint32_t root, std::u16string_view key,

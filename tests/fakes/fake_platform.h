@@ -3,6 +3,7 @@
 #include "automation/trace.h"
 #include "platform/platform.h"
 #include "tests/fakes/fake_culture.h"
+#include "tests/fakes/fake_dialogs.h"
 #include "tests/fakes/journal.h"
 
 #include <deque>
@@ -18,10 +19,18 @@ public:
     explicit FakeFiles(Journal& journal) : journal_(journal) {}
     void MakeFile(std::u16string_view path, std::int64_t length);
     void MakeFolder(std::u16string_view path);
-    void Remove(std::u16string_view path) { entries_.erase(Key(path)); }
     std::optional<FileFacts> Query(std::u16string_view path) override;
     FolderListing List(std::u16string_view folder) override;
+    void CreateFolder(std::u16string_view path) override;
+    Renamed Rename(std::u16string_view from, std::u16string_view to) override;
+    void Remove(std::u16string_view path) override;
+    std::u16string TemporaryFolder() override;
+    /// What the shell's copy does; false when the target cannot be written.
+    bool CopyFile(std::u16string_view source, std::u16string_view target);
     std::set<std::u16string> silentRoots; ///< upper-case network roots that do not answer
+    std::set<std::u16string> readOnly;    ///< upper-case folders that take nothing new
+    /// Runs before a rename, as somebody else on the network might.
+    std::function<void(std::u16string_view to)> beforeRename;
 
 private:
     struct Entry {
@@ -29,6 +38,7 @@ private:
         FileFacts facts;
     };
     std::u16string Key(std::u16string_view path) const;
+    bool TakesNew(std::u16string_view path) const;
     Journal& journal_;
     FakeCulture culture_;
     std::map<std::u16string, Entry> entries_;
@@ -36,14 +46,20 @@ private:
 
 class FakeShell : public Shell {
 public:
-    explicit FakeShell(Journal& journal) : journal_(journal) {}
+    FakeShell(Journal& journal, FakeFiles& files) : journal_(journal), files_(files) {}
     std::int32_t SmallIconIndex(std::u16string_view path) override;
     std::u16string TypeName(std::u16string_view path) override;
     bool HasOwnIcon(std::u16string_view path) override;
     std::int64_t SmallIconList() override;
+    ShellCopy Copy(std::u16string_view source, std::u16string_view target) override;
+    void Open(std::u16string_view what, std::u16string_view workingFolder) override;
+    /// The answer to "replace the file?"
+    bool replaces = false;
+    std::int32_t copyResult = 0; ///< another number makes every copy fail
 
 private:
     Journal& journal_;
+    FakeFiles& files_;
 };
 
 class FakeRegistry : public Registry {
@@ -69,11 +85,13 @@ public:
         return version;
     }
     std::int32_t PixelsPerInch() override { return pixelsPerInch; }
+    std::u16string UniqueText() override;
     std::optional<SystemVersion> version = SystemVersion{2, 6, 1};
     std::int32_t pixelsPerInch = 96;
 
 private:
     Journal& journal_;
+    int unique_ = 0;
 };
 
 class FakeClock : public Clock {
@@ -122,7 +140,7 @@ public:
 struct FakePlatform {
     Journal journal;
     FakeFiles files{journal};
-    FakeShell shell{journal};
+    FakeShell shell{journal, files};
     FakeRegistry registry{journal};
     FakeSystemInfo system{journal};
     FakeClock clock{journal};
@@ -130,7 +148,12 @@ struct FakePlatform {
     FakeTimers timers{journal};
     FakePictures pictures{journal};
     FakeTrace trace;
-    Platform ports{files, shell, registry, system, clock, locale, timers, pictures};
+    FakeNetwork network{journal};
+    FakeMessages messages{journal};
+    FakeDialogs dialogs{journal};
+    FakeObjects objects{journal};
+    Platform ports{files,  shell,    registry, system,   clock,   locale,
+                   timers, pictures, network,  messages, dialogs, objects};
 };
 
 } // namespace talvix

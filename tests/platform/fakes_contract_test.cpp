@@ -29,7 +29,8 @@ struct FakeShellRig {
         return u"P:\\Proj\\" + std::u16string(name);
     }
     Journal journal;
-    FakeShell shell{journal};
+    FakeFiles files{journal};
+    FakeShell shell{journal, files};
 };
 
 struct FakeRegistryRig {

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string_view>
+
+namespace talvix {
+
+/// True for a name that a file can have directly in a folder: no path, no drive or stream, no
+/// wildcard, no device (with or without extension), not empty.
+bool IsPlainFileName(std::u16string_view name);
+
+} // namespace talvix

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/dialogs.h"
+
+namespace talvix {
+
+class Win32Dialogs : public Dialogs {
+public:
+    std::u16string BrowseForFolder(const FolderBrowser& browser) override;
+    std::unique_ptr<ProgressWindow> MakeProgress(const ProgressForm& form) override;
+};
+
+} // namespace talvix

@@ -1,0 +1,48 @@
+#include "platform/win32/thread_windows.h"
+
+namespace talvix {
+
+namespace {
+
+BOOL CALLBACK TakeVisible(HWND window, LPARAM found) {
+    if (IsWindowVisible(window) == FALSE || IsWindowEnabled(window) == FALSE) {
+        return TRUE;
+    }
+    *reinterpret_cast<HWND*>(found) = window;
+    return FALSE;
+}
+
+} // namespace
+
+ThreadWindowsDisabled::ThreadWindowsDisabled(HWND except) : except_(except) {
+    EnumThreadWindows(GetCurrentThreadId(), Disable, reinterpret_cast<LPARAM>(this));
+}
+
+ThreadWindowsDisabled::~ThreadWindowsDisabled() {
+    for (HWND window : disabled_) {
+        EnableWindow(window, TRUE);
+    }
+    if (active_ != nullptr && IsWindow(active_) != FALSE) {
+        SetActiveWindow(active_);
+    }
+}
+
+BOOL CALLBACK ThreadWindowsDisabled::Disable(HWND window, LPARAM own) {
+    auto& scope = *reinterpret_cast<ThreadWindowsDisabled*>(own);
+    if (window != scope.except_ && IsWindowVisible(window) != FALSE &&
+        IsWindowEnabled(window) != FALSE) {
+        scope.disabled_.push_back(window);
+        EnableWindow(window, FALSE);
+    }
+    return TRUE;
+}
+
+HWND OwnerForModal() {
+    HWND owner = GetActiveWindow();
+    if (owner == nullptr) {
+        EnumThreadWindows(GetCurrentThreadId(), TakeVisible, reinterpret_cast<LPARAM>(&owner));
+    }
+    return owner;
+}
+
+} // namespace talvix

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <windows.h>
+
+#include <vector>
+
+namespace talvix {
+
+/// Keeps the other top-level windows of this thread from taking input for the length of a block, as
+/// a modal window without an owner does not.
+class ThreadWindowsDisabled {
+public:
+    /// `except` stays as it is; null for none.
+    explicit ThreadWindowsDisabled(HWND except);
+    ThreadWindowsDisabled(const ThreadWindowsDisabled&) = delete;
+    ThreadWindowsDisabled& operator=(const ThreadWindowsDisabled&) = delete;
+    ~ThreadWindowsDisabled();
+
+private:
+    static BOOL CALLBACK Disable(HWND window, LPARAM own);
+
+    HWND except_;
+    HWND active_ = GetActiveWindow();
+    std::vector<HWND> disabled_;
+};
+
+/// The window of this thread that a modal window stands over: the active one, else one that is to
+/// be seen, else null.
+HWND OwnerForModal();
+
+} // namespace talvix

@@ -1,0 +1,114 @@
+#include "tests/fakes/fake_dialogs.h"
+
+#include "automation/failure.h"
+#include "automation/late_object.h"
+#include "automation/text.h"
+
+namespace talvix {
+
+namespace {
+
+constexpr std::int32_t kAnswerNo = 7;
+
+template <typename Item>
+Item TakeNext(std::deque<Item>& items, Item otherwise) {
+    if (items.empty()) {
+        return otherwise;
+    }
+    Item item = std::move(items.front());
+    items.pop_front();
+    return item;
+}
+
+} // namespace
+
+std::int32_t FakeMessages::Show(std::u16string_view text, std::int32_t style,
+                                std::u16string_view title) {
+    journal_.Step(u"message");
+    journal_.Write(u"message " + DecimalText(style) + u" [" + std::u16string(title) + u"] " +
+                   std::u16string(text));
+    return TakeNext(answers, kAnswerNo);
+}
+
+void FakeProgressWindow::SetLabel(std::u16string_view text) {
+    label = text;
+    journal_.Write(u"label " + label);
+}
+
+void FakeProgressWindow::EnableTimer(ProgressTimer timer, bool on) {
+    if (on) {
+        running.insert(timer);
+    } else {
+        running.erase(timer);
+    }
+}
+
+void FakeProgressWindow::ShowModal(ProgressEvents& reports) {
+    journal_.Step(u"show");
+    journal_.Write(u"show " + form.caption);
+    visible = true;
+    events = &reports;
+    Tick(ProgressTimer::LabelTimer);
+    while (visible && running.contains(ProgressTimer::DMSTimer)) {
+        Tick(ProgressTimer::DMSTimer);
+    }
+    events = nullptr;
+}
+
+void FakeProgressWindow::Hide() {
+    journal_.Write(u"hide");
+    visible = false;
+}
+
+void FakeProgressWindow::Tick(ProgressTimer timer) {
+    if (events != nullptr && running.contains(timer)) {
+        events->Timer(timer);
+    }
+}
+
+std::u16string FakeDialogs::BrowseForFolder(const FolderBrowser& browser) {
+    journal_.Step(u"browse");
+    journal_.Write(u"browse " + DecimalText(browser.flags) + u" [" + browser.title + u"]");
+    return TakeNext(chosenFolders, std::u16string());
+}
+
+std::unique_ptr<ProgressWindow> FakeDialogs::MakeProgress(const ProgressForm& form) {
+    journal_.Step(u"make form");
+    auto made = std::make_unique<FakeProgressWindow>(journal_, form);
+    progress = made.get();
+    return made;
+}
+
+std::optional<std::u16string> FakeNetwork::RemoteName(std::u16string_view drive) {
+    journal_.Step(u"remote name");
+    const auto found = drives.find(std::u16string(drive));
+    return found == drives.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::optional<std::u16string> FakeNetwork::ComputerName() {
+    journal_.Step(u"computer name");
+    return computer;
+}
+
+ShareTable FakeNetwork::Shares() {
+    journal_.Step(u"shares");
+    return shares;
+}
+
+void FakeNetwork::AddShare(std::u16string name, std::u16string_view data) {
+    auto table = std::make_shared<std::vector<Share>>(*shares);
+    table->push_back({std::move(name), std::u16string(data)});
+    shares = std::move(table);
+}
+
+Object FakeObjects::Create(std::u16string_view programId) {
+    journal_.Step(u"create");
+    journal_.Write(u"create " + std::u16string(programId));
+    const auto found = classes.find(std::u16string(programId));
+    if (found == classes.end()) {
+        throw Failure(failure_number::kUnexpected, u"There is no such class");
+    }
+    return found->second();
+}
+
+} // namespace talvix

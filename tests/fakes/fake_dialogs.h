@@ -1,0 +1,90 @@
+#pragma once
+
+#include "platform/dialogs.h"
+#include "platform/messages.h"
+#include "platform/network.h"
+#include "platform/objects.h"
+#include "tests/fakes/journal.h"
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <set>
+
+namespace talvix {
+
+/// Answers with what a test has laid ready, "No" or "" when there is nothing left.
+class FakeMessages : public Messages {
+public:
+    explicit FakeMessages(Journal& journal) : journal_(journal) {}
+    std::int32_t Show(std::u16string_view text, std::int32_t style,
+                      std::u16string_view title) override;
+    std::deque<std::int32_t> answers;
+
+private:
+    Journal& journal_;
+};
+
+/// A progress window whose timers tick when a test, or the modal loop, lets them.
+class FakeProgressWindow : public ProgressWindow {
+public:
+    FakeProgressWindow(Journal& journal, ProgressForm progressForm)
+        : journal_(journal), form(std::move(progressForm)), label(form.label) {}
+    void SetLabel(std::u16string_view text) override;
+    void EnableTimer(ProgressTimer timer, bool on) override;
+    void EnableCancel(bool on) override { cancelEnabled = on; }
+    bool IsVisible() const override { return visible; }
+    void ShowModal(ProgressEvents& reports) override;
+    void Hide() override;
+    void Tick(ProgressTimer timer);
+
+private:
+    Journal& journal_;
+
+public:
+    const ProgressForm form;
+    std::u16string label;
+    std::set<ProgressTimer> running;
+    bool cancelEnabled = true;
+    bool visible = false;
+    ProgressEvents* events = nullptr;
+};
+
+class FakeDialogs : public Dialogs {
+public:
+    explicit FakeDialogs(Journal& journal) : journal_(journal) {}
+    std::u16string BrowseForFolder(const FolderBrowser& browser) override;
+    std::unique_ptr<ProgressWindow> MakeProgress(const ProgressForm& form) override;
+    std::deque<std::u16string> chosenFolders;
+    FakeProgressWindow* progress = nullptr; ///< the one made last, while it lives
+
+private:
+    Journal& journal_;
+};
+
+class FakeNetwork : public Network {
+public:
+    explicit FakeNetwork(Journal& journal) : journal_(journal) {}
+    std::optional<std::u16string> RemoteName(std::u16string_view drive) override;
+    std::optional<std::u16string> ComputerName() override;
+    ShareTable Shares() override;
+    void AddShare(std::u16string name, std::u16string_view data);
+    std::map<std::u16string, std::u16string> drives; ///< by "X:"
+    std::optional<std::u16string> computer = u"PC1";
+    ShareTable shares = std::make_shared<std::vector<Share>>();
+
+private:
+    Journal& journal_;
+};
+
+class FakeObjects : public Objects {
+public:
+    explicit FakeObjects(Journal& journal) : journal_(journal) {}
+    Object Create(std::u16string_view programId) override;
+    std::map<std::u16string, std::function<Object()>> classes;
+
+private:
+    Journal& journal_;
+};
+
+} // namespace talvix
