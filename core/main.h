@@ -41,6 +41,8 @@ public:
     void SetStrAddingFile(std::u16string name) { attachment_.strAddingFile = std::move(name); }
 
     Platform& Ports() const { return attachment_.platform; }
+    /// What it is attached to, for the procedures that work on it.
+    Attachment& Attached() { return attachment_; }
 
 private:
     void StoreSibling(Late& sibling, const Value& object);

@@ -1,6 +1,7 @@
 #include "platform/win32/objects.h"
 
 #include "automation/failure.h"
+#include "automation/late.h"
 #include "platform/win32/com/com_ptr.h"
 #include "platform/win32/com/dispatch_object.h"
 #include "platform/win32/wide.h"
@@ -21,7 +22,7 @@ Object Win32Objects::Create(std::u16string_view programId) {
     if (FAILED(result)) {
         throw Failure(result, u"An object of the class \"" + name + u"\" cannot be created");
     }
-    return *WrapDispatch(object.Get()).If<Object>();
+    return Late(WrapDispatch(object.Get())).AsObject();
 }
 
 } // namespace talvix

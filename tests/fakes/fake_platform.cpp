@@ -14,6 +14,15 @@ std::u16string_view ExtensionOf(std::u16string_view path) {
                                                                : path.substr(at + 1);
 }
 
+/// The folder that a path lies in; a drive's root ends in a backslash.
+std::u16string_view ParentOf(std::u16string_view path) {
+    const std::size_t last = path.rfind(u'\\');
+    if (last == std::u16string_view::npos || last + 1 == path.size()) {
+        return {};
+    }
+    return path.substr(0, last == 2 ? last + 1 : last);
+}
+
 std::u16string RegistryKey(std::uint32_t root, std::u16string_view key, std::u16string_view name) {
     return FakeCulture().UpperCase(DecimalText(root) + u"\\" + std::u16string(key) + u":" +
                                    std::u16string(name));
@@ -35,9 +44,8 @@ void FakeFiles::MakeFile(std::u16string_view path, std::int64_t length) {
 
 void FakeFiles::MakeFolder(std::u16string_view path) {
     entries_.try_emplace(Key(path), Entry{std::u16string(path), {true, 0}});
-    const std::size_t up = path.rfind(u'\\');
-    if (up != std::u16string_view::npos && up > 2) {
-        MakeFolder(path.substr(0, up));
+    if (ParentOf(path).size() > 2) {
+        MakeFolder(ParentOf(path));
     }
 }
 
@@ -74,7 +82,7 @@ FolderListing FakeFiles::List(std::u16string_view folder) {
 }
 
 bool FakeFiles::TakesNew(std::u16string_view path) const {
-    const std::u16string folder = Key(path.substr(0, path.rfind(u'\\')));
+    const std::u16string folder = Key(ParentOf(path));
     return entries_.contains(folder) && !readOnly.contains(folder);
 }
 

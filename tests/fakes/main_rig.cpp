@@ -3,20 +3,20 @@
 #include "automation/failure.h"
 #include "tests/fakes/stepping_object.h"
 
+#include <algorithm>
+
 namespace talvix {
 
 namespace {
 
-std::shared_ptr<Expando> Collection(std::u16string_view name, std::u16string_view key,
-                                    const Value& element) {
-    auto collection = std::make_shared<Expando>(std::u16string(name));
-    collection->On(u"Item", [key = std::u16string(key), element](std::span<const Value> arguments) {
-        if (arguments.size() != 1 || arguments[0] != Value(key)) {
-            throw Failure(failure_number::kBadIndex, u"No such element");
-        }
-        return element;
-    });
-    return collection;
+template <typename Elements>
+Value ElementOf(const Elements& elements, std::span<const Value> arguments) {
+    const auto* name = arguments.size() == 1 ? arguments[0].If<std::u16string>() : nullptr;
+    const auto found = name == nullptr ? elements.end() : elements.find(*name);
+    if (found == elements.end()) {
+        throw Failure(failure_number::kBadIndex, u"No such element");
+    }
+    return found->second;
 }
 
 Expando::Handler ByName(std::u16string_view key, const Value& element) {
@@ -40,6 +40,7 @@ MainRig::MainRig()
       managing(std::make_shared<Expando>(u"Managing", &fakes.journal)),
       main(std::make_shared<Main>(fakes.ports, fakes.trace)) {
     folderProperty->With(u"Value", u"P:\\Proj");
+    properties[u"Speicherort Dokumente"] = folderProperty;
     page->On(u"Controls",
              ByName(u"DMSGrid", std::make_shared<SteppingObject>(gridObject, fakes.journal)));
     auto inspector = std::make_shared<Expando>(u"Inspector", &fakes.journal, true);
@@ -47,11 +48,41 @@ MainRig::MainRig()
     auto application = std::make_shared<Expando>(u"Application", &fakes.journal, true);
     application->With(u"Version", u"10.0.0.2627");
     item->With(u"GetInspector", inspector).With(u"Application", application);
-    item->With(u"UserProperties",
-               Collection(u"UserProperties", u"Speicherort Dokumente", folderProperty));
+    auto collection = std::make_shared<Expando>(u"UserProperties");
+    collection->On(u"Item", [this](std::span<const Value> arguments) {
+        return ElementOf(properties, arguments);
+    });
+    item->With(u"UserProperties", collection);
+    common->On(u"ReadGlobalSetting",
+               [this](std::span<const Value> arguments) { return ElementOf(settings, arguments); });
+    common->With(u"Log", Empty());
     common->With(u"strCurrentUser", u"Erika Muster").With(u"AddMessageDescription", Empty());
     managing->With(u"Item", item).With(u"WriteGridDataToItemBody", Empty());
     managing->On(u"GetNextID", [this](std::span<const Value>) -> Value { return nextId++; });
+}
+
+std::u16string MainRig::Folder() const {
+    const auto* text = folderProperty->Field(u"Value").If<std::u16string>();
+    return text == nullptr ? u"<no text>" : *text;
+}
+
+void MainRig::SetProperty(std::u16string_view name, std::u16string_view value) {
+    std::shared_ptr<Expando>& property = properties[std::u16string(name)];
+    if (property == nullptr) {
+        property = std::make_shared<Expando>(u"UserProperty", &fakes.journal, true);
+    }
+    property->With(u"Value", value);
+}
+
+Lines MainRig::LinesOf(std::initializer_list<std::u16string_view> words) const {
+    Lines found;
+    for (const std::u16string& line : JournalLines()) {
+        if (std::any_of(words.begin(), words.end(),
+                        [&](std::u16string_view word) { return line.starts_with(word); })) {
+            found.push_back(line);
+        }
+    }
+    return found;
 }
 
 void MainRig::Reference() {

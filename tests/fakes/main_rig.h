@@ -25,11 +25,18 @@ public:
     }
     std::int32_t RowCount() const { return model->rows.Count(); }
     void SetFolder(std::u16string_view folder) { folderProperty->With(u"Value", folder); }
+    std::u16string Folder() const;
+    void SetProperty(std::u16string_view name, std::u16string_view value);
+    const Lines& JournalLines() const { return fakes.journal.Lines(); }
+    /// Lines of the journal that begin with one of the words.
+    Lines LinesOf(std::initializer_list<std::u16string_view> words) const;
 
     FakePlatform fakes;
     std::shared_ptr<grid::GridModel> model;
     std::shared_ptr<grid::GridObject> gridObject;
     std::shared_ptr<Expando> folderProperty;
+    std::map<std::u16string, std::shared_ptr<Expando>> properties;
+    std::map<std::u16string, Value> settings; ///< those of the common library
     std::shared_ptr<Expando> item;
     std::shared_ptr<Expando> page;
     std::shared_ptr<Expando> common;
