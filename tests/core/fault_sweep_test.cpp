@@ -1,8 +1,14 @@
+#include "automation/text.h"
+#include "folder/copy_to_project_folder.h"
+#include "folder/project_folder.h"
+#include "folder/project_folder_store.h"
+#include "tests/fakes/fake_mail.h"
 #include "tests/fakes/main_rig.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <string>
 
 namespace talvix {
 
@@ -16,7 +22,31 @@ struct SweepRig : MainRig {
         fakes.files.MakeFile(u"P:\\Proj\\a.doc", 2000);
         fakes.files.MakeFile(u"P:\\Proj\\b.exe", 10);
         fakes.files.MakeFile(u"P:\\Proj\\Sub\\c.txt", 10);
+        fakes.files.MakeFile(u"C:\\Quelle\\a.doc", 77);
+        settings = {{u"DOCUMENTS/RULES", u"<Project Number>"},
+                    {u"DOCUMENTS/PATH", u"P:\\Projekte"},
+                    {u"DOCUMENTS/SUB_ACTIVE", u"True"},
+                    {u"DOCUMENTS/SUB_LIST", u"Sub,Neu\\Tief"}};
+        SetProperty(u"Projektnummer", u"4711");
     }
+    void File(std::int32_t operation) {
+        DocumentRecord record;
+        record.subject = u"Betreff";
+        main->AddDMSItem(record, ItemFiling{mail.Item(), operation, true, u""});
+    }
+    /// Every row shows a file that is there, and nothing that was there before has changed.
+    void ExpectNothingHarmed() {
+        EXPECT_EQ(fakes.files.Query(u"P:\\Proj\\a.doc")->length, 2000);
+        EXPECT_EQ(fakes.files.Query(u"C:\\Quelle\\a.doc")->length, 77);
+        for (int row = 1; row <= RowCount(); ++row) {
+            const Value place = Cell(row, u"PhysicalStore1");
+            const auto* path = place.If<std::u16string>();
+            if (path != nullptr && path->starts_with(u"P:")) {
+                EXPECT_TRUE(fakes.files.Query(*path)) << ToUtf8(*path);
+            }
+        }
+    }
+    FakeMail mail{fakes};
 };
 
 struct Operation {
@@ -44,9 +74,46 @@ const Operation kOperations[] = {
     {"open a list", true,
      [](SweepRig& rig) {
          rig.AddRow(0, u"P:\\Proj\\a.doc");
-         rig.AddRow(0, u"P:\\Proj\\fehlt.doc");
+         rig.AddRow(0, u"F:\\fehlt.doc");
          rig.AddRow(2, u"http://example.org");
          rig.main->Init();
+     }},
+    {"import behind its form", true,
+     [](SweepRig& rig) { rig.main->AddFilesFromProjectFolder(true); }},
+    {"copy", true,
+     [](SweepRig& rig) {
+         CopyToProjectFolder(rig.main->Attached(),
+                             {u"C:\\Quelle\\a.doc", u"s", u"", u"", u"", Date{}, Date{}, u""});
+     }},
+    {"file an item whole", true, [](SweepRig& rig) { rig.File(0); }},
+    {"file an item and its attachments, wrapped", true,
+     [](SweepRig& rig) {
+         rig.mail.RegisterWrapper();
+         rig.File(3);
+     }},
+    {"derive the folder", true,
+     [](SweepRig& rig) {
+         rig.SetFolder(u"");
+         rig.fakes.messages.answers = {kAnswerYes};
+         GetProjectFolder(rig.main->Attached());
+     }},
+    {"choose the folder", true,
+     [](SweepRig& rig) {
+         rig.fakes.dialogs.chosenFolders = {u"P:\\Proj"};
+         rig.main->btnDMSSetStore_Click();
+     }},
+    {"open and forget the folder", true,
+     [](SweepRig& rig) {
+         rig.main->btnOpenFolder_Click();
+         rig.fakes.messages.answers = {kAnswerYes};
+         rig.main->btnDMSDeletetStore_Click();
+     }},
+    {"create the folder", true,
+     [](SweepRig& rig) {
+         rig.SetFolder(u"P:\\Neu\\Tief");
+         rig.fakes.messages.answers = {kAnswerYes};
+         CreateProjectFolderOnRequest(rig.main->Attached());
+         rig.main->MkDirs(u"P:\\Neu\\Anders");
      }},
     {"detach", true,
      [](SweepRig& rig) {
@@ -83,6 +150,9 @@ void RunWithFault(const Operation& operation, int failAt, bool failOn) {
     if (rig.main == nullptr) {
         return;
     }
+    rig.ExpectNothingHarmed();
+    ASSERT_FALSE(testing::Test::HasFailure());
+    rig.SetFolder(u"P:\\Proj");
     // The next normal operations work as if nothing had been.
     rig.Reference();
     rig.main->InitSGDMS();
@@ -111,7 +181,7 @@ TEST(FaultSweep, NoFailingCallOutsideHarmsAnything) {
             }
         }
     }
-    EXPECT_GT(faults, 700);
+    EXPECT_GT(faults, 2000);
     RecordProperty("faults", faults);
     std::printf("%d faults\n", faults);
 }

@@ -1,4 +1,4 @@
-#include "automation/text.h"
+#include "tests/fakes/fake_mail.h"
 #include "tests/fakes/main_rig.h"
 
 #include <gtest/gtest.h>
@@ -7,54 +7,11 @@ namespace talvix {
 
 namespace {
 
-/// A mail with attachments whose saving puts a file into the temporary folder.
+/// A component that files a mail.
 struct MailRig : MainRig {
     MailRig() {
         fakes.files.MakeFolder(u"P:\\Proj");
-        fakes.files.MakeFolder(u"C:\\Temp");
         Attach();
-        mail = std::make_shared<Expando>(u"MailItem", &fakes.journal);
-        SavesTo(*mail, u"SaveAs", 5000);
-        mail->With(u"Close", Empty());
-        attachments = std::make_shared<Expando>(u"Attachments", &fakes.journal, true);
-        attachments->On(u"count", [this](std::span<const Value>) -> Value {
-            return static_cast<std::int32_t>(names.size());
-        });
-        attachments->On(u"Item", [this](std::span<const Value> arguments) -> Value {
-            return MakeAttachment(*arguments[0].If<std::int32_t>());
-        });
-        mail->With(u"Attachments", attachments);
-    }
-    void SavesTo(Expando& object, std::u16string_view member, std::int64_t length) {
-        object.On(member, [this, length](std::span<const Value> arguments) -> Value {
-            if (saveFails) {
-                throw Failure(failure_number::kUnexpected, u"Not saved");
-            }
-            fakes.files.MakeFile(*arguments[0].If<std::u16string>(), length);
-            return {};
-        });
-    }
-    Value MakeAttachment(std::int32_t number) {
-        const auto at = static_cast<std::size_t>(number - 1);
-        auto made = std::make_shared<Expando>(u"Attachment" + DecimalText(number), &fakes.journal);
-        made->With(u"FileName", names.at(at));
-        SavesTo(*made, u"SaveAsFile", 100 + number);
-        made->On(u"Delete", [this, at](std::span<const Value>) -> Value {
-            names.erase(names.begin() + static_cast<std::ptrdiff_t>(at));
-            return {};
-        });
-        return made;
-    }
-    /// A class of safe wrappers; each wraps what its Item is set to.
-    void RegisterWrapper() {
-        fakes.objects.classes[u"Redemption.SafeMailItem"] = [this]() -> Object {
-            auto wrapper =
-                std::make_shared<Expando>(u"Safe" + DecimalText(++wrappers), &fakes.journal);
-            wrapper->With(u"Item", Nothing()).With(u"Close", Empty());
-            wrapper->With(u"Attachments", attachments);
-            SavesTo(*wrapper, u"SaveAs", 7000);
-            return wrapper;
-        };
     }
     void File(std::int32_t operation, bool writeToBody = false,
               std::u16string subject = u"Re: Angebot?", std::u16string subfolder = u"") {
@@ -63,7 +20,7 @@ struct MailRig : MainRig {
         record.subject = std::move(subject);
         record.status = u"neu";
         record.creationDate = Date{100};
-        main->AddDMSItem(record, ItemFiling{mail, operation, writeToBody, std::move(subfolder)});
+        main->AddDMSItem(record, ItemFiling{item, operation, writeToBody, std::move(subfolder)});
     }
     Lines Subjects() const {
         Lines subjects;
@@ -75,11 +32,8 @@ struct MailRig : MainRig {
     Lines ItemCalls() const { return LinesOf({u"MailItem", u"Safe", u"Attachment", u"create"}); }
     std::size_t Writes() const { return fakes.journal.Count(u"Managing.WriteGridDataToItemBody"); }
 
-    std::shared_ptr<Expando> mail;
-    std::shared_ptr<Expando> attachments;
-    Lines names{u"a.doc", u"b.xls"};
-    bool saveFails = false;
-    int wrappers = 0;
+    FakeMail mail{fakes};
+    Value item = mail.Item();
 };
 
 } // namespace
@@ -102,7 +56,7 @@ TEST(FileOutlookItem, WithoutWrapperTheItemSavesItselfAsAWhole) {
 
 TEST(FileOutlookItem, TheWrapperOfTheItemsTypeSaves) {
     MailRig rig;
-    rig.RegisterWrapper();
+    rig.mail.RegisterWrapper();
     rig.File(0);
     EXPECT_EQ(rig.ItemCalls(),
               Lines({u"create Redemption.SafeMailItem", u"create Redemption.SafeMailItem",
@@ -113,7 +67,7 @@ TEST(FileOutlookItem, TheWrapperOfTheItemsTypeSaves) {
 
 TEST(FileOutlookItem, WithoutAttachmentsDeletesThemAndDiscardsThat) {
     MailRig rig;
-    rig.RegisterWrapper();
+    rig.mail.RegisterWrapper();
     rig.File(1, true);
     EXPECT_EQ(rig.ItemCalls(),
               Lines({u"create Redemption.SafeMailItem", u"create Redemption.SafeMailItem",
@@ -163,21 +117,21 @@ TEST(FileOutlookItem, OtherOperationsAddAndPersistNothing) {
 
 TEST(FileOutlookItem, ATakenNameIsTheSubjectToo) {
     MailRig rig;
-    rig.names = {u"Bericht.doc", u"Bericht.doc", u"Bericht.doc"};
+    rig.mail.names = {u"Bericht.doc", u"Bericht.doc", u"Bericht.doc"};
     rig.File(2);
     EXPECT_EQ(rig.Subjects(), Lines({u"Bericht.doc", u"Bericht (1).doc", u"Bericht (2).doc"}));
 }
 
 TEST(FileOutlookItem, AHostileAttachmentNameLosesOnlyItself) {
     MailRig rig;
-    rig.names = {u"a.doc", u"..\\..\\x.txt", u"C:\\x", u"NUL.txt", u"z.doc"};
+    rig.mail.names = {u"a.doc", u"..\\..\\x.txt", u"C:\\x", u"NUL.txt", u"z.doc"};
     rig.File(2);
     EXPECT_EQ(rig.Subjects(), Lines({u"z.doc", u"a.doc"}));
 }
 
 TEST(FileOutlookItem, AFailedSaveWithoutAFileAddsNothingForIt) {
     MailRig rig;
-    rig.saveFails = true;
+    rig.mail.saveFails = true;
     rig.File(0);
     rig.File(2);
     EXPECT_EQ(rig.RowCount(), 0);
@@ -186,7 +140,7 @@ TEST(FileOutlookItem, AFailedSaveWithoutAFileAddsNothingForIt) {
 TEST(FileOutlookItem, AFailedSaveAfterAnEarlierOneCopiesTheEarlierFile) {
     MailRig rig;
     rig.File(0);
-    rig.saveFails = true;
+    rig.mail.saveFails = true;
     rig.File(0, false, u"Zweite");
     EXPECT_EQ(rig.Subjects(), Lines({u"Re: Angebot?", u"Zweite"}));
 }
@@ -201,7 +155,7 @@ TEST(FileOutlookItem, WithoutAProjectFolderNothingIsAskedOfTheItem) {
 
 TEST(FileOutlookItem, AnItemWithoutMembersOrNoObjectAddsNothing) {
     MailRig rig;
-    rig.mail = std::make_shared<Expando>(u"Odd");
+    rig.item = std::make_shared<Expando>(u"Odd");
     for (const std::int32_t operation : {0, 1, 2, 3}) {
         rig.File(operation);
     }
