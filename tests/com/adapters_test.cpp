@@ -34,6 +34,11 @@ struct Win32FilesRig {
 struct Win32ShellRig {
     Shell& Port() { return shell; }
     std::u16string File(std::u16string_view name) const { return folder.Make(name, 1); }
+    std::int64_t Length(std::u16string_view path) {
+        const auto facts = files.Query(path);
+        return facts ? facts->length : -1;
+    }
+    Win32Files files;
     TemporaryFolder folder;
     Win32Shell shell;
 };

@@ -1,70 +1,12 @@
-#include "automation/coercion.h"
-#include "automation/failure.h"
 #include "automation/text.h"
 #include "platform/win32/com/bstr.h"
 #include "platform/win32/com/dispatch_object.h"
 #include "platform/win32/com/variant.h"
-#include "platform/win32/locale.h"
-#include "tests/com/com_host.h"
-#include "tests/fakes/expando.h"
+#include "tests/com/component_rig.h"
 
 #include <gtest/gtest.h>
 
 namespace talvix {
-
-namespace {
-
-Expando::Handler ByName(std::u16string_view key, Value element) {
-    return [key = std::u16string(key), element](std::span<const Value> arguments) {
-        if (arguments.size() != 1 || arguments[0] != Value(key)) {
-            throw Failure(failure_number::kBadIndex, u"No such element");
-        }
-        return element;
-    };
-}
-
-/// A host of ours around the registered component and the registered grid.
-struct ComponentRig {
-    ComponentRig() {
-        property->With(u"Value", folder.Path());
-        const auto properties = std::make_shared<Expando>(u"UserProperties");
-        properties->On(u"Item", ByName(u"Speicherort Dokumente", property));
-        const auto page = std::make_shared<Expando>(u"Page");
-        page->On(u"Controls", ByName(u"DMSGrid", grid.Get()));
-        const auto inspector = std::make_shared<Expando>(u"Inspector");
-        inspector->On(u"ModifiedFormPages", ByName(u"Dokumente", page));
-        const auto application = std::make_shared<Expando>(u"Application");
-        application->With(u"Version", u"10.0.0.2627");
-        item->With(u"GetInspector", inspector)
-            .With(u"Application", application)
-            .With(u"UserProperties", properties);
-        common->With(u"strCurrentUser", u"Erika Muster").With(u"AddMessageDescription", Empty());
-        managing->With(u"Item", item).With(u"WriteGridDataToItemBody", Empty());
-        managing->On(u"GetNextID", [this](std::span<const Value>) -> Value { return nextId++; });
-    }
-    void Attach() {
-        const Object other = std::make_shared<Expando>(u"Other");
-        main.Call(u"ReferenceLibraries", common, managing, other, other, other, other);
-        main.Call(u"InitSGDMS");
-        main.Call(u"Init");
-    }
-    int Rows() const { return ToLong(grid[u"Rows"].Call(u"Count"), locale); }
-    std::u16string Cell(int row, std::u16string_view key) const {
-        return ToText(grid(u"Rows", row).Call(u"Text", key), locale);
-    }
-    Win32Locale locale;
-    TemporaryFolder folder;
-    Journal journal;
-    Late grid = CreateByName(u"TalvixGrid.Grid");
-    Late main = CreateByName(u"TalvixDMS.Main");
-    std::shared_ptr<Expando> property = std::make_shared<Expando>(u"UserProperty");
-    std::shared_ptr<Expando> item = std::make_shared<Expando>(u"Item");
-    std::shared_ptr<Expando> common = std::make_shared<Expando>(u"Common", &journal);
-    std::shared_ptr<Expando> managing = std::make_shared<Expando>(u"Managing", &journal);
-    int nextId = 1;
-};
-
-} // namespace
 
 TEST(Component, ReadsARealFolderIntoTheRealGrid) {
     ComponentRig rig;
@@ -130,10 +72,8 @@ TEST(Component, EveryMemberAnswersWhateverItIsGiven) {
                           Nothing(),
                           list,
                           std::make_shared<Expando>(u"Leer")};
+    const DialogAnswers answers;
     for (DISPID member = 1; member <= 23; ++member) {
-        if (member == 12) {
-            continue; // shows a window
-        }
         for (const Value& value : junk) {
             for (const std::size_t count : {0U, 1U, 4U, 15U, 20U}) {
                 std::vector<VARIANT> arguments(count);
@@ -182,7 +122,6 @@ TEST(Component, PublicMembersAreReadAndWritten) {
     EXPECT_EQ(main.Call(u"strAddingFile"), Value(u""));
     main.Set(u"strAddingFile", u"Datei");
     EXPECT_EQ(main.Call(u"strAddingFile"), Value(u"Datei"));
-    EXPECT_EQ(main.Call(u"MkDirs", u"x"), Value(false));
 }
 
 TEST(Component, GivesBackTheHostsObjects) {

@@ -60,8 +60,50 @@ TYPED_TEST_P(FilesContract, AFolderThatIsNotThereCannotBeListed) {
     EXPECT_THROW(this->rig.Port().List(this->At(u"fehlt")), Failure);
 }
 
+TYPED_TEST_P(FilesContract, CreatesOneFolderAndNotItsParents) {
+    this->rig.Port().CreateFolder(this->At(u"Pläne"));
+    EXPECT_TRUE(this->rig.Port().Query(this->At(u"Pläne"))->isFolder);
+    this->rig.Port().CreateFolder(this->At(u"Pläne\\Neu\\"));
+    EXPECT_TRUE(this->rig.Port().Query(this->At(u"Pläne\\Neu"))->isFolder);
+    EXPECT_THROW(this->rig.Port().CreateFolder(this->At(u"Pläne")), Failure);
+    EXPECT_THROW(this->rig.Port().CreateFolder(this->At(u"fehlt\\Neu")), Failure);
+    this->rig.Make(u"datei", 1);
+    EXPECT_THROW(this->rig.Port().CreateFolder(this->At(u"datei")), Failure);
+}
+
+TYPED_TEST_P(FilesContract, RenamesWithoutEverReplacing) {
+    Files& files = this->rig.Port();
+    this->rig.Make(u"a.tmp", 5);
+    this->rig.Make(u"b.doc", 7);
+    this->rig.MakeFolder(u"c.doc");
+    EXPECT_EQ(files.Rename(this->At(u"a.tmp"), this->At(u"b.doc")), Renamed::Taken);
+    EXPECT_EQ(files.Rename(this->At(u"a.tmp"), this->At(u"B.DOC")), Renamed::Taken);
+    EXPECT_EQ(files.Rename(this->At(u"a.tmp"), this->At(u"c.doc")), Renamed::Taken);
+    EXPECT_EQ(files.Query(this->At(u"b.doc"))->length, 7);
+    EXPECT_EQ(files.Rename(this->At(u"a.tmp"), this->At(u"Größe.doc")), Renamed::Done);
+    EXPECT_EQ(files.Query(this->At(u"Größe.doc"))->length, 5);
+    EXPECT_FALSE(files.Query(this->At(u"a.tmp")));
+    EXPECT_THROW(files.Rename(this->At(u"a.tmp"), this->At(u"d.doc")), Failure);
+    EXPECT_THROW(files.Rename(this->At(u"b.doc"), this->At(u"fehlt\\d.doc")), Failure);
+}
+
+TYPED_TEST_P(FilesContract, RemovesAFile) {
+    this->rig.Make(u"a.tmp", 5);
+    this->rig.Port().Remove(this->At(u"a.tmp"));
+    EXPECT_FALSE(this->rig.Port().Query(this->At(u"a.tmp")));
+    EXPECT_THROW(this->rig.Port().Remove(this->At(u"a.tmp")), Failure);
+}
+
+TYPED_TEST_P(FilesContract, TheTemporaryFolderHasNoClosingBackslash) {
+    const std::u16string folder = this->rig.Port().TemporaryFolder();
+    EXPECT_FALSE(folder.empty());
+    EXPECT_NE(folder.back(), u'\\');
+}
+
 REGISTER_TYPED_TEST_SUITE_P(FilesContract, QueryTellsExistenceKindAndLength,
                             QueryOfWhatIsNotThereIsNothing, ListTellsFilesAndFoldersApart,
-                            AFolderThatIsNotThereCannotBeListed);
+                            AFolderThatIsNotThereCannotBeListed, CreatesOneFolderAndNotItsParents,
+                            RenamesWithoutEverReplacing, RemovesAFile,
+                            TheTemporaryFolderHasNoClosingBackslash);
 
 } // namespace talvix

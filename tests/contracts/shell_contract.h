@@ -6,8 +6,8 @@
 
 namespace talvix {
 
-/// What every `Shell` keeps to. A rig offers Port() and File(name), the path of a file that is
-/// there.
+/// What every `Shell` keeps to. A rig offers Port(), File(name), the path of a file that it
+/// makes, and Length(path).
 template <typename Rig>
 class ShellContract : public testing::Test {
 protected:
@@ -35,8 +35,17 @@ TYPED_TEST_P(ShellContract, ThereIsASystemImageList) {
     EXPECT_EQ(this->rig.Port().SmallIconList(), this->rig.Port().SmallIconList());
 }
 
+TYPED_TEST_P(ShellContract, CopiesAFileToANewName) {
+    const std::u16string source = this->rig.File(u"Quelle €.txt");
+    const std::u16string target = source + u".Kopie.txt";
+    const ShellCopy copy = this->rig.Port().Copy(source, target);
+    EXPECT_EQ(copy.result, 0);
+    EXPECT_FALSE(copy.aborted);
+    EXPECT_EQ(this->rig.Length(target), this->rig.Length(source));
+}
+
 REGISTER_TYPED_TEST_SUITE_P(ShellContract, FilesHaveATypeNameAndAnIconPlace,
                             ProgramsAndNamesWithoutExtensionHaveIconsOfTheirOwn,
-                            ThereIsASystemImageList);
+                            ThereIsASystemImageList, CopiesAFileToANewName);
 
 } // namespace talvix

@@ -25,8 +25,14 @@ struct FakeFilesRig {
 
 struct FakeShellRig {
     Shell& Port() { return shell; }
-    std::u16string File(std::u16string_view name) const {
-        return u"P:\\Proj\\" + std::u16string(name);
+    std::u16string File(std::u16string_view name) {
+        std::u16string path = u"P:\\Proj\\" + std::u16string(name);
+        files.MakeFile(path, 1);
+        return path;
+    }
+    std::int64_t Length(std::u16string_view path) {
+        const auto facts = files.Query(path);
+        return facts ? facts->length : -1;
     }
     Journal journal;
     FakeFiles files{journal};
