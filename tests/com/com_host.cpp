@@ -5,11 +5,6 @@
 #include "platform/win32/com/dispatch_object.h"
 #include "platform/win32/owned.h"
 #include "platform/win32/wide.h"
-#include "tests/grid/grid_rig.h"
-
-#include <gtest/gtest.h>
-
-#include <cstdio>
 
 namespace talvix {
 
@@ -141,30 +136,4 @@ std::u16string TemporaryFolder::MakeFolder(std::u16string_view name) const {
     return path;
 }
 
-namespace grid {
-
-/// The contract's cases run against the registered control as well.
-Late GridUnderTest() {
-    return CreateByName(u"TalvixGrid.Grid");
-}
-
-} // namespace grid
-
 } // namespace talvix
-
-int main(int count, char** arguments) {
-    testing::InitGoogleTest(&count, arguments);
-    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    for (const auto* file : {u"TalvixDMS.dll", u"TalvixGrid.ocx"}) {
-        if (FAILED(talvix::CallExport(file, "DllRegisterServer"))) {
-            std::printf("The servers cannot be registered\n");
-            return 2;
-        }
-    }
-    const int result = RUN_ALL_TESTS();
-    for (const auto* file : {u"TalvixDMS.dll", u"TalvixGrid.ocx"}) {
-        talvix::CallExport(file, "DllUnregisterServer");
-    }
-    CoUninitialize();
-    return result;
-}
