@@ -1,0 +1,165 @@
+#include "automation/failure.h"
+#include "automation/late.h"
+#include "automation/text.h"
+#include "tests/fakes/fake_culture.h"
+#include "workbench/host/mail_coding.h"
+#include "workbench/host/mail_header.h"
+#include "workbench/host/mail_item.h"
+#include "workbench/host/message_storage.h"
+#include "workbench/host/mime_reader.h"
+
+#include <gtest/gtest.h>
+
+namespace talvix::host {
+
+namespace {
+
+constexpr const char* kMail =
+    "From: =?utf-8?q?J=C3=B6rg_M=C3=BCller?= <joerg@example.org>\r\n"
+    "To: \"Muster, Erika\" <erika@example.org>, bau@example.org\r\n"
+    "Cc: =?iso-8859-1?Q?S=F6hne?= <s@example.org>\r\n"
+    "Subject: =?utf-8?B?QW5nZWJvdCBmw7xy?=\r\n =?utf-8?Q?_Gr=C3=B6=C3=9Fe_5?= und mehr\r\n"
+    "Date: Fri, 20 Nov 2026 10:15:30 +0100\r\n"
+    "MIME-Version: 1.0\r\n"
+    "Content-Type: multipart/mixed;\r\n boundary=\"aussen; grenze\"\r\n"
+    "\r\n"
+    "Vorrede\r\n"
+    "--aussen; grenze\r\n"
+    "Content-Type: multipart/alternative; boundary=innen\r\n"
+    "\r\n"
+    "--innen\r\n"
+    "Content-Type: text/plain; charset=iso-8859-15\r\n"
+    "Content-Transfer-Encoding: quoted-printable\r\n"
+    "\r\n"
+    "Gr=FC=DFe, 5 =A4 und eine lange=\r\n Zeile\r\n"
+    "--innen\r\n"
+    "Content-Type: text/html; charset=utf-8\r\n"
+    "\r\n"
+    "<b>Gr\xC3\xBC\xC3\x9F"
+    "e</b>\r\n"
+    "--innen--\r\n"
+    "--aussen; grenze\r\n"
+    "Content-Type: application/pdf; name=\"egal.pdf\"\r\n"
+    "Content-Disposition: attachment; filename*0*=utf-8'de'Pl%C3%A4ne%20;\r\n"
+    " filename*1*=%E2%82%AC.pdf\r\n"
+    "Content-Transfer-Encoding: base64\r\n"
+    "\r\n"
+    "SGFs\r\nbG8=\r\n"
+    "--aussen; grenze\r\n"
+    "Content-Type: text/plain; name=\"=?utf-8?Q?Notiz_=C3=84.txt?=\"\r\n"
+    "Content-Disposition: attachment\r\n"
+    "\r\n"
+    "roh\r\n"
+    "--aussen; grenze\r\n"
+    "Content-Type: message/rfc822\r\n"
+    "\r\n"
+    "Subject: Innen\r\n\r\nText\r\n"
+    "--aussen; grenze--\r\nNachrede\r\n";
+
+} // namespace
+
+TEST(MimeReader, ReadsHeadersBodiesAndAttachmentsOfANestedMail) {
+    const Mail mail = ReadMime(kMail);
+    EXPECT_EQ(mail.subject, u"Angebot für Größe 5 und mehr");
+    ASSERT_TRUE(mail.from);
+    EXPECT_EQ(mail.from->name, u"Jörg Müller");
+    EXPECT_EQ(mail.from->address, u"joerg@example.org");
+    ASSERT_EQ(mail.to.size(), 2U);
+    EXPECT_EQ(mail.to[0].name, u"Muster, Erika");
+    EXPECT_EQ(mail.to[1].address, u"bau@example.org");
+    EXPECT_EQ(mail.cc.at(0).name, u"Söhne");
+    EXPECT_EQ(mail.sent, 1795166130);
+    EXPECT_EQ(mail.text, u"Grüße, 5 € und eine lange Zeile");
+    EXPECT_EQ(mail.html, u"<b>Grüße</b>");
+    ASSERT_EQ(mail.attachments.size(), 3U);
+    EXPECT_EQ(mail.attachments[0].fileName, u"Pläne €.pdf");
+    EXPECT_EQ(mail.attachments[0].content, "Hallo");
+    EXPECT_EQ(mail.attachments[0].mediaType, u"application/pdf");
+    EXPECT_EQ(mail.attachments[1].fileName, u"Notiz Ä.txt");
+    EXPECT_EQ(mail.attachments[1].content, "roh");
+    EXPECT_EQ(mail.attachments[2].fileName, u"Innen.eml");
+}
+
+TEST(MimeReader, TakesWhatIsMalformedAsFarAsItGoes) {
+    EXPECT_EQ(ReadMime("Subject: nur Kopf").subject, u"nur Kopf");
+    EXPECT_EQ(ReadMime("Subject: =?utf-8?B?kaputt\n\nText").subject, u"=?utf-8?B?kaputt");
+    EXPECT_EQ(ReadMime("Subject: \xFC\n\nText").subject, u"ü");
+    EXPECT_EQ(ReadMime("A: b\nContent-Type: multipart/mixed; boundary=x\n\n--x\n\nEnde fehlt").text,
+              u"Ende fehlt");
+    EXPECT_EQ(ReadMime("A: b\nContent-Type: multipart/mixed\n\nText").attachments.size(), 1U);
+    EXPECT_FALSE(ReadMime("Date: gestern\n\n").sent);
+    EXPECT_THROW(ReadMime(""), Failure);
+    EXPECT_THROW(ReadMime("kein Kopf\n\nText"), Failure);
+}
+
+TEST(MimeReader, PartsThatNestTooDeepArePassedOver) {
+    std::string message = "A: b\n";
+    for (int depth = 0; depth < 200; ++depth) {
+        message += "Content-Type: multipart/mixed; boundary=b" + std::to_string(depth) + "\n\n--b" +
+                   std::to_string(depth) + "\n";
+    }
+    EXPECT_EQ(ReadMime(message + "\nText").text, u"");
+}
+
+TEST(ReadMailDate, KnowsZonesAndRefusesWhatIsNoDate) {
+    EXPECT_EQ(ReadMailDate("Thu, 1 Jan 1970 00:00:00 GMT"), 0);
+    EXPECT_EQ(ReadMailDate("1 Mar 2024 00:00 -0230"), 1709260200);
+    EXPECT_FALSE(ReadMailDate("32 Jan 2024 00:00:00 +0000"));
+    EXPECT_FALSE(ReadMailDate(""));
+}
+
+TEST(MailItem, SavesItselfAndItsAttachmentsAndDiscardsDeletions) {
+    const FakeCulture culture;
+    std::vector<std::u16string> saved;
+    const Late item(
+        MakeMailItem(ReadMime(kMail),
+                     {[&](const Mail& mail, std::u16string_view path) {
+                          saved.push_back(std::u16string(path) + u" with " +
+                                          std::u16string(mail.attachments.size(), u'*'));
+                      },
+                      [&](std::u16string_view path, std::string_view content) {
+                          saved.push_back(std::u16string(path) + u": " + FromUtf8(content));
+                      }},
+                     culture));
+    EXPECT_EQ(item.Call(u"Subject"), Value(u"Angebot für Größe 5 und mehr"));
+    EXPECT_EQ(item.Call(u"To"), Value(u"Muster, Erika; bau@example.org"));
+    EXPECT_EQ(item[u"Attachments"].Call(u"count"), Value(3));
+    item[u"Attachments"](u"Item", 1).Call(u"SaveAsFile", u"C:\\tmp.msg");
+    item.Call(u"SaveAs", u"C:\\ganz.msg", 3);
+    for (int number = 3; number >= 1; --number) {
+        item[u"Attachments"](u"Item", number).Call(u"Delete");
+    }
+    item.Call(u"SaveAs", u"C:\\ohne.msg", 3);
+    EXPECT_THROW(item[u"Attachments"](u"Item", 1), Failure);
+    item.Call(u"Close", 1);
+    EXPECT_EQ(item[u"Attachments"].Call(u"count"), Value(3));
+    EXPECT_EQ(saved, (std::vector<std::u16string>{u"C:\\tmp.msg: Hallo", u"C:\\ganz.msg with ***",
+                                                  u"C:\\ohne.msg with "}));
+    EXPECT_THROW(item.Call(u"SaveAs", u"C:\\x.txt", 0), Failure);
+    EXPECT_THROW(item.Call(u"SaveAs", u"", 3), Failure);
+}
+
+TEST(MessageStorage, HoldsPropertiesRecipientsAndAttachments) {
+    const MessageStorage storage = ToMessageStorage(ReadMime(kMail));
+    std::string table;
+    std::string subject;
+    for (const auto& [name, content] : storage.streams) {
+        table = name == u"__properties_version1.0" ? content : table;
+        subject = name == u"__substg1.0_0037001F" ? content : subject;
+    }
+    EXPECT_EQ((table.size() - 32) % 16, 0U);
+    EXPECT_EQ(table[16], 3); // recipients
+    EXPECT_EQ(table[20], 3); // attachments
+    EXPECT_EQ(subject.size(), std::u16string(u"Angebot für Größe 5 und mehr").size() * 2);
+    std::vector<std::u16string> names;
+    for (const auto& [name, inner] : storage.storages) {
+        names.push_back(name);
+    }
+    EXPECT_EQ(names, (std::vector<std::u16string>{
+                         u"__recip_version1.0_#00000000", u"__recip_version1.0_#00000001",
+                         u"__recip_version1.0_#00000002", u"__attach_version1.0_#00000000",
+                         u"__attach_version1.0_#00000001", u"__attach_version1.0_#00000002",
+                         u"__nameid_version1.0"}));
+}
+
+} // namespace talvix::host
