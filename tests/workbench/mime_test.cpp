@@ -152,8 +152,8 @@ TEST(MessageStorage, HoldsPropertiesRecipientsAndAttachments) {
     EXPECT_EQ(table[20], 3); // attachments
     EXPECT_EQ(subject.size(), std::u16string(u"Angebot für Größe 5 und mehr").size() * 2);
     std::vector<std::u16string> names;
-    for (const auto& [name, inner] : storage.storages) {
-        names.push_back(name);
+    for (const MessageStorage& inner : storage.storages) {
+        names.push_back(inner.name);
     }
     EXPECT_EQ(names, (std::vector<std::u16string>{
                          u"__recip_version1.0_#00000000", u"__recip_version1.0_#00000001",

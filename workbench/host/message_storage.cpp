@@ -65,7 +65,8 @@ public:
         Stream((id << 16U) | kBinary, std::move(bytes), 0);
     }
     void Add(std::u16string name, MessageStorage storage) {
-        storage_.storages.emplace_back(std::move(name), std::move(storage));
+        storage.name = std::move(name);
+        storage_.storages.push_back(std::move(storage));
     }
     MessageStorage Finish() {
         storage_.streams.emplace_back(u"__properties_version1.0", std::move(table_));
@@ -195,10 +196,11 @@ MessageStorage ToMessageStorage(const Mail& mail) {
         ++number;
     }
     // The table of named properties has to be there, empty as it is.
-    message.Add(u"__nameid_version1.0", {{{u"__substg1.0_00020102", ""},
-                                          {u"__substg1.0_00030102", ""},
-                                          {u"__substg1.0_00040102", ""}},
-                                         {}});
+    MessageStorage names;
+    for (const auto* stream : {u"00020102", u"00030102", u"00040102"}) {
+        names.streams.emplace_back(u"__substg1.0_" + std::u16string(stream), "");
+    }
+    message.Add(u"__nameid_version1.0", std::move(names));
     return message.Finish();
 }
 

@@ -10,8 +10,9 @@ namespace talvix::host {
 
 /// A storage of a compound file: named streams and storages within it.
 struct MessageStorage {
+    std::u16string name; ///< "" for the outermost one
     std::vector<std::pair<std::u16string, std::string>> streams;
-    std::vector<std::pair<std::u16string, MessageStorage>> storages;
+    std::vector<MessageStorage> storages;
 };
 
 /// The mail as an Outlook message stores it ([MS-OXMSG]): Unicode, sender, recipients, bodies,

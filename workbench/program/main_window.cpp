@@ -5,6 +5,8 @@
 #include "platform/win32/wide.h"
 #include "workbench/host/summary.h"
 #include "workbench/program/control_host.h"
+#include "workbench/program/file_mail.h"
+#include "workbench/program/main_menu.h"
 #include "workbench/program/project_file.h"
 
 #include <windows.h>
@@ -21,41 +23,8 @@ namespace {
 constexpr const wchar_t* kWindowClass = L"TalvixWorkbench";
 constexpr const char16_t* kProgram = u"Talvix Workbench";
 constexpr int kIcon = 1;
-constexpr int kFirstButton = 200;
+constexpr int kTabs = 150;
 constexpr int kUnits = 96;
-
-enum Command { kNew = 100, kOpenFile, kSave, kSaveAs, kReadFolder, kExit };
-
-/// The page's buttons and what they forward to.
-struct PageButton {
-    const char16_t* caption;
-    const char16_t* member; ///< of the component; null for reading the folder in
-    int width;
-};
-constexpr PageButton kButtons[] = {
-    {u"&Neu…", u"btnNewDocument_Click", 70},
-    {u"Än&dern…", u"btnChangeDocument_Click", 80},
-    {u"Ö&ffnen", u"btnOpenDocument_Click", 70},
-    {u"&Löschen", u"btnDeleteDocument_Click", 75},
-    {u"E&xportieren", u"btnExportDocuments_Click", 90},
-    {u"O&rdner öffnen", u"btnOpenFolder_Click", 110},
-    {u"Ordner fe&stlegen…", u"btnDMSSetStore_Click", 130},
-    {u"Ordner en&tfernen", u"btnDMSDeletetStore_Click", 125},
-    {u"Ordner&inhalt einlesen", nullptr, 150},
-};
-
-struct MenuItem {
-    int command;
-    const char16_t* caption; ///< null for a line
-};
-constexpr MenuItem kFileMenu[] = {{kNew, u"&Neu\tStrg+N"},
-                                  {kOpenFile, u"Ö&ffnen…\tStrg+O"},
-                                  {kSave, u"&Speichern\tStrg+S"},
-                                  {kSaveAs, u"Speichern &unter…"},
-                                  {0, nullptr},
-                                  {kReadFolder, u"Ordnerinhalt &einlesen\tF5"},
-                                  {0, nullptr},
-                                  {kExit, u"&Beenden\tAlt+F4"}};
 
 double Now() {
     LARGE_INTEGER count{};
@@ -118,7 +87,7 @@ bool MainWindow::Start(const CommandLine& line) {
         CreateWindowExW(0, kWindowClass, Wide(kProgram), WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
                         CW_USEDEFAULT, CW_USEDEFAULT, MulDiv(1010, dpi_, kUnits),
                         MulDiv(640, dpi_, kUnits), nullptr, nullptr, own.hInstance, this);
-    MakeMenu();
+    accelerators_.Reset(MakeMainMenu(window_));
     MakeControls();
     ShowWindow(window_, SW_SHOWDEFAULT);
     Attempt([&] {
@@ -128,7 +97,7 @@ bool MainWindow::Start(const CommandLine& line) {
             NewProject(line.folder);
         }
         if (!line.folder.empty()) {
-            ReadFolder();
+            ReadFolder(false);
         }
         WriteSummary(line.summary);
     });
@@ -139,38 +108,27 @@ bool MainWindow::Start(const CommandLine& line) {
     return !line.exit;
 }
 
-void MainWindow::MakeMenu() {
-    HMENU bar = CreateMenu();
-    HMENU file = CreatePopupMenu();
-    for (const MenuItem& item : kFileMenu) {
-        if (item.caption == nullptr) {
-            AppendMenuW(file, MF_SEPARATOR, 0, nullptr);
-        } else {
-            AppendMenuW(file, MF_STRING, static_cast<UINT_PTR>(item.command), Wide(item.caption));
-        }
-    }
-    AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(file), L"&Datei");
-    SetMenu(window_, bar);
-    ACCEL keys[] = {{FVIRTKEY | FCONTROL, 'N', kNew},
-                    {FVIRTKEY | FCONTROL, 'O', kOpenFile},
-                    {FVIRTKEY | FCONTROL, 'S', kSave},
-                    {FVIRTKEY, VK_F5, kReadFolder}};
-    accelerators_.Reset(CreateAcceleratorTableW(keys, static_cast<int>(std::size(keys))));
-}
-
 void MainWindow::MakeControls() {
     InitCommonControls();
     font_.Reset(MessageFont());
-    for (int at = 0; at < static_cast<int>(std::size(kButtons)); ++at) {
-        const HWND button = CreateWindowExW(
-            0, L"BUTTON", Wide(kButtons[at].caption), WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, 0, 10,
-            10, window_, reinterpret_cast<HMENU>(static_cast<LONG_PTR>(kFirstButton + at)),
-            GetModuleHandleW(nullptr), nullptr);
-        SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(Font()), FALSE);
+    const Look look{window_, font_.Get(), dpi_};
+    tabs_ = CreateWindowExW(0, WC_TABCONTROLW, L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, 0, 10,
+                            10, window_, reinterpret_cast<HMENU>(static_cast<LONG_PTR>(kTabs)),
+                            GetModuleHandleW(nullptr), nullptr);
+    SendMessageW(tabs_, WM_SETFONT, reinterpret_cast<WPARAM>(font_.Get()), FALSE);
+    for (const auto* caption : {u"Einstellungen", u"Dokumente"}) {
+        std::u16string text(caption);
+        TCITEMW tab{};
+        tab.mask = TCIF_TEXT;
+        tab.pszText = WideBuffer(text);
+        SendMessageW(tabs_, TCM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&tab));
     }
+    documents_ = std::make_unique<DocumentsPage>(look);
+    settings_ = std::make_unique<SettingsPage>(look);
+    settings_->Show(false);
     status_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0,
                               0, 0, 0, window_, nullptr, GetModuleHandleW(nullptr), nullptr);
-    SendMessageW(status_, WM_SETFONT, reinterpret_cast<WPARAM>(Font()), FALSE);
+    SendMessageW(status_, WM_SETFONT, reinterpret_cast<WPARAM>(font_.Get()), FALSE);
     Layout();
 }
 
@@ -181,26 +139,33 @@ void MainWindow::Layout() {
     RECT status{};
     GetWindowRect(status_, &status);
     const int margin = MulDiv(6, dpi_, kUnits);
-    const int height = MulDiv(26, dpi_, kUnits);
-    int left = margin;
-    int top = margin;
-    for (int at = 0; at < static_cast<int>(std::size(kButtons)); ++at) {
-        const int width = MulDiv(kButtons[at].width, dpi_, kUnits);
-        if (left + width > client.right - margin && left > margin) {
-            left = margin; // a narrow window takes two rows of buttons
-            top += height + margin;
-        }
-        MoveWindow(GetDlgItem(window_, kFirstButton + at), left, top, width, height, TRUE);
-        left += width + margin;
-    }
-    top += height + margin;
-    const int bottom = static_cast<int>(client.bottom - (status.bottom - status.top));
-    if (gridHost_ != nullptr) {
-        MoveWindow(gridHost_, margin, top, client.right - 2 * margin, std::max(0, bottom - top),
-                   TRUE);
-    }
+    const int strip = MulDiv(26, dpi_, kUnits);
+    MoveWindow(tabs_, margin, margin, client.right - 2 * margin, strip, TRUE);
+    const RECT page{margin, 2 * margin + strip, client.right - margin,
+                    client.bottom - (status.bottom - status.top) - margin};
+    documents_->Layout(page);
+    settings_->Layout(page);
     const int parts[] = {MulDiv(160, dpi_, kUnits), -1};
     SendMessageW(status_, SB_SETPARTS, 2, reinterpret_cast<LPARAM>(parts));
+}
+
+void MainWindow::ShowPage(bool settings) {
+    TakeFolder();
+    documents_->Show(!settings);
+    settings_->Show(settings);
+}
+
+void MainWindow::TakeFolder() {
+    if (project_ == nullptr) {
+        return;
+    }
+    host::Project& project = project_->Project();
+    const std::u16string folder = documents_->Folder();
+    if (project.folder != folder) {
+        project.folder = folder;
+        project.isChanged = true;
+        ShowState();
+    }
 }
 
 void MainWindow::Open(host::Project project, std::u16string_view path) {
@@ -210,14 +175,9 @@ void MainWindow::Open(host::Project project, std::u16string_view path) {
                     static_cast<UINT>(style));
     };
     auto opened = std::make_unique<OpenProject>(std::move(project), show, [this] { ShowState(); });
-    const HWND former = gridHost_;
-    gridHost_ = CreateControlHost(window_);
-    AttachControl(opened->Grid(), gridHost_);
+    AttachControl(opened->Grid(), documents_->RenewGridHost());
     project_ = std::move(opened);
     path_ = path;
-    if (former != nullptr) {
-        DestroyWindow(former);
-    }
     Layout();
     project_->Attach();
     ShowState();
@@ -268,10 +228,10 @@ bool MainWindow::MayClose() {
     return mayClose;
 }
 
-void MainWindow::ReadFolder() {
+void MainWindow::ReadFolder(bool withForm) {
     const double start = Now();
     SetCursor(LoadCursorW(nullptr, MAKEINTRESOURCEW(32514)));
-    project_->Call(u"AddFilesFromProjectFolderEvent");
+    project_->Call(withForm ? u"AddFilesFromProjectFolder" : u"AddFilesFromProjectFolderEvent");
     seconds_ = Now() - start;
     ShowState();
 }
@@ -301,22 +261,45 @@ void MainWindow::ShowState() {
     const auto rows = static_cast<long long>(project.documents.size());
     const std::u16string count = DecimalText(rows) + (rows == 1 ? u" Dokument" : u" Dokumente");
     SendMessageW(status_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(Wide(count)));
-    const std::u16string folder =
-        project.folder.empty() ? u"Kein Projektordner" : u"Projektordner: " + project.folder;
-    SendMessageW(status_, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(Wide(folder)));
+    const std::u16string file = path_.empty() ? u"Noch nicht gespeichert" : path_;
+    SendMessageW(status_, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(Wide(file)));
+    documents_->ShowFolder(project.folder);
+    settings_->ShowProject(project);
     const std::u16string title =
         project.name + (project.isChanged ? u" *" : u"") + u" – " + kProgram;
     SetWindowTextW(window_, Wide(title));
 }
 
-void MainWindow::OnCommand(int command) {
-    const int button = command - kFirstButton;
-    if (button >= 0 && button < static_cast<int>(std::size(kButtons)) &&
-        kButtons[button].member != nullptr) {
-        project_->Call(kButtons[button].member);
+void MainWindow::OnControl(int id, int notification) {
+    if (DocumentsPage::IsFolderEntered(id, notification)) {
+        TakeFolder();
+    } else if (settings_->TakeChange(id, notification, project_->Project())) {
         ShowState();
-        return;
     }
+    const DocumentsPage::Button* button = DocumentsPage::ButtonOf(id);
+    if (button != nullptr && notification == BN_CLICKED) {
+        OnButton(*button);
+    }
+}
+
+void MainWindow::OnButton(const DocumentsPage::Button& button) {
+    TakeFolder();
+    switch (button.command) {
+    case PageCommand::Forward:
+        project_->Call(button.member);
+        ShowState();
+        break;
+    case PageCommand::ReadFolder:
+        ReadFolder(true);
+        break;
+    case PageCommand::FileMail:
+        OnCommand(kFileMail);
+        break;
+    }
+}
+
+void MainWindow::OnCommand(int command) {
+    TakeFolder();
     switch (command) {
     case kNew:
         if (MayClose()) {
@@ -332,16 +315,22 @@ void MainWindow::OnCommand(int command) {
     case kSaveAs:
         Save(command == kSaveAs);
         break;
+    case kFileMail:
+        FileMailFromDisk(window_, *project_, locale_);
+        ShowState();
+        break;
+    case kFileSelected:
+        FileSelectedMail(window_, *project_, locale_);
+        ShowState();
+        break;
     case kExit:
         SendMessageW(window_, WM_CLOSE, 0, 0);
         break;
     case kReadFolder:
-        ReadFolder();
+        ReadFolder(true);
         break;
     default:
-        if (button >= 0) {
-            ReadFolder();
-        }
+        break;
     }
 }
 
@@ -368,7 +357,16 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         return 0;
     case WM_COMMAND:
         if (project_ != nullptr || LOWORD(wParam) == kExit) {
-            Attempt([&] { OnCommand(LOWORD(wParam)); });
+            Attempt([&] {
+                OnCommand(LOWORD(wParam));
+                OnControl(LOWORD(wParam), HIWORD(wParam));
+            });
+        }
+        return 0;
+    case WM_NOTIFY:
+        if (reinterpret_cast<const NMHDR*>(lParam)->idFrom == kTabs &&
+            reinterpret_cast<const NMHDR*>(lParam)->code == TCN_SELCHANGE) {
+            ShowPage(SendMessageW(tabs_, TCM_GETCURSEL, 0, 0) == 1);
         }
         return 0;
     case WM_CLOSE:

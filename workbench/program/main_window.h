@@ -3,7 +3,9 @@
 #include "platform/win32/locale.h"
 #include "platform/win32/owned.h"
 #include "workbench/program/command_line.h"
+#include "workbench/program/documents_page.h"
 #include "workbench/program/open_project.h"
+#include "workbench/program/settings_page.h"
 
 #include <windows.h>
 
@@ -29,9 +31,13 @@ private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
     void MakeControls();
-    void MakeMenu();
     void Layout();
+    void ShowPage(bool settings);
+    /// Takes what stands in the folder's field as the project folder.
+    void TakeFolder();
     void OnCommand(int command);
+    void OnControl(int id, int notification);
+    void OnButton(const DocumentsPage::Button& button);
 
     void Open(host::Project project, std::u16string_view path);
     void NewProject(std::u16string_view folder);
@@ -40,7 +46,8 @@ private:
     bool Save(bool askForName);
     /// Offers to save what was changed; false when the user wants to go on with it.
     bool MayClose();
-    void ReadFolder();
+    /// `withForm` shows how it goes on and lets the user end it.
+    void ReadFolder(bool withForm);
     void WriteSummary(std::u16string_view path) const;
     void ShowState();
     void ShowError(std::u16string_view text) const;
@@ -50,10 +57,11 @@ private:
 
     HWND window_ = nullptr;
     HWND status_ = nullptr;
-    HWND gridHost_ = nullptr;
-    HFONT Font() const { return font_.Get(); }
+    HWND tabs_ = nullptr;
     OwnedFont font_;
     OwnedAccelerators accelerators_;
+    std::unique_ptr<DocumentsPage> documents_;
+    std::unique_ptr<SettingsPage> settings_;
     Win32Locale locale_;
     std::unique_ptr<OpenProject> project_;
     std::u16string path_;

@@ -30,6 +30,8 @@ public:
     host::Project& Project() { return *project_; }
     IDispatch* Grid() const { return grid_.Get(); }
     const Late& GridLate() const { return gridLate_; }
+    /// The component.
+    const Late& MainLate() const { return main_; }
 
 private:
     std::shared_ptr<host::Project> project_;
