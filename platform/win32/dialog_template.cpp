@@ -56,4 +56,17 @@ void DialogTemplate::Append(std::u16string_view text) {
     words_.push_back(0);
 }
 
+void CenterOverOwner(HWND dialog) {
+    HWND owner = GetWindow(dialog, GW_OWNER);
+    RECT own{};
+    RECT over{};
+    if (owner == nullptr || GetWindowRect(dialog, &own) == FALSE ||
+        GetWindowRect(owner, &over) == FALSE) {
+        return;
+    }
+    const int left = static_cast<int>(over.left + over.right - (own.right - own.left)) / 2;
+    const int top = static_cast<int>(over.top + over.bottom - (own.bottom - own.top)) / 2;
+    SetWindowPos(dialog, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 } // namespace talvix

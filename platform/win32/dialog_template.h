@@ -37,4 +37,7 @@ private:
     std::vector<WORD> words_;
 };
 
+/// Moves a dialog into the middle of its owner, where it has one.
+void CenterOverOwner(HWND dialog);
+
 } // namespace talvix

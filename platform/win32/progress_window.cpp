@@ -25,19 +25,6 @@ DialogTemplate Template(const ProgressForm& form) {
     return made;
 }
 
-/// Into the middle of the owner, where there is one.
-void CenterOver(HWND dialog, HWND owner) {
-    RECT own{};
-    RECT over{};
-    if (owner == nullptr || GetWindowRect(dialog, &own) == FALSE ||
-        GetWindowRect(owner, &over) == FALSE) {
-        return;
-    }
-    const LONG left = (over.left + over.right - (own.right - own.left)) / 2;
-    const LONG top = (over.top + over.bottom - (own.bottom - own.top)) / 2;
-    SetWindowPos(dialog, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
 } // namespace
 
 void Win32ProgressWindow::SetLabel(std::u16string_view text) {
@@ -96,7 +83,7 @@ void Win32ProgressWindow::Hide() {
 }
 
 void Win32ProgressWindow::Initialize() {
-    CenterOver(dialog_, GetWindow(dialog_, GW_OWNER));
+    CenterOverOwner(dialog_);
     for (const ProgressTimer timer : kTimers) {
         RunTimer(timer);
     }

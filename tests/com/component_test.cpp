@@ -2,6 +2,7 @@
 #include "platform/win32/com/bstr.h"
 #include "platform/win32/com/dispatch_object.h"
 #include "platform/win32/com/variant.h"
+#include "platform/win32/wide.h"
 #include "tests/com/component_rig.h"
 
 #include <gtest/gtest.h>
@@ -73,6 +74,7 @@ TEST(Component, EveryMemberAnswersWhateverItIsGiven) {
                           list,
                           std::make_shared<Expando>(u"Leer")};
     const DialogAnswers answers;
+    SetCurrentDirectoryW(Wide(rig.folder.Path())); // junk is a relative path to MkDirs
     for (DISPID member = 1; member <= 23; ++member) {
         for (const Value& value : junk) {
             for (const std::size_t count : {0U, 1U, 4U, 15U, 20U}) {
@@ -93,6 +95,7 @@ TEST(Component, EveryMemberAnswersWhateverItIsGiven) {
             }
         }
     }
+    SetCurrentDirectoryW(L"C:\\"); // so that the folder can go
 }
 
 TEST(Component, NoVariableOfTheCallerIsChanged) {

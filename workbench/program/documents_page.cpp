@@ -14,16 +14,16 @@ constexpr int kFirstButton = 200;
 constexpr int kFolder = 250;
 
 constexpr DocumentsPage::Button kButtons[] = {
-    {u"&Neu…", PageCommand::Forward, u"btnNewDocument_Click", 70},
-    {u"Än&dern…", PageCommand::Forward, u"btnChangeDocument_Click", 80},
-    {u"Ö&ffnen", PageCommand::Forward, u"btnOpenDocument_Click", 70},
-    {u"&Löschen", PageCommand::Forward, u"btnDeleteDocument_Click", 75},
-    {u"E&xportieren", PageCommand::Forward, u"btnExportDocuments_Click", 90},
-    {u"E-Mail &ablegen…", PageCommand::FileMail, nullptr, 120},
-    {u"Ordner&inhalt einlesen", PageCommand::ReadFolder, nullptr, 150},
-    {u"O&rdner öffnen", PageCommand::Forward, u"btnOpenFolder_Click", 110},
-    {u"Ordner fe&stlegen…", PageCommand::Forward, u"btnDMSSetStore_Click", 130},
-    {u"Ordner en&tfernen", PageCommand::Forward, u"btnDMSDeletetStore_Click", 125},
+    {u"&Neu…", PageCommand::Forward, u"btnNewDocument_Click", 70, false},
+    {u"Än&dern…", PageCommand::Forward, u"btnChangeDocument_Click", 80, false},
+    {u"Ö&ffnen", PageCommand::Forward, u"btnOpenDocument_Click", 70, false},
+    {u"&Löschen", PageCommand::Forward, u"btnDeleteDocument_Click", 75, false},
+    {u"E&xportieren", PageCommand::Forward, u"btnExportDocuments_Click", 90, false},
+    {u"E-Mail &ablegen…", PageCommand::FileMail, nullptr, 120, false},
+    {u"Ordner&inhalt einlesen", PageCommand::ReadFolder, nullptr, 150, false},
+    {u"O&rdner öffnen", PageCommand::Forward, u"btnOpenFolder_Click", 105, true},
+    {u"Ordner fe&stlegen…", PageCommand::Forward, u"btnDMSSetStore_Click", 130, true},
+    {u"Ordner en&tfernen", PageCommand::Forward, u"btnDMSDeletetStore_Click", 125, true},
 };
 
 } // namespace
@@ -63,29 +63,44 @@ void DocumentsPage::ShowFolder(std::u16string_view folder) {
     }
 }
 
-void DocumentsPage::Layout(const RECT& place) {
+int DocumentsPage::PlaceButtons(bool besideFolder, const RECT& place, int top) {
     const int gap = look().Scaled(6);
     const int height = look().Scaled(26);
-    const int label = look().Scaled(95);
-    const int left = static_cast<int>(place.left);
-    const int width = std::max(0, static_cast<int>(place.right - place.left));
-    int top = static_cast<int>(place.top);
-    MoveWindow(folderLabel_, left, top + look().Scaled(4), label, height, TRUE);
-    MoveWindow(folder_, left + label, top, std::max(0, width - label), look().Scaled(23), TRUE);
-    top += height + gap;
-    int at = left;
+    int at = static_cast<int>(place.left);
     for (std::size_t button = 0; button < buttons_.size(); ++button) {
+        if (kButtons[button].besideFolder != besideFolder) {
+            continue;
+        }
         const int own = look().Scaled(kButtons[button].width);
-        if (at + own > left + width && at > left) {
-            at = left; // a narrow window takes several rows of buttons
+        if (at + own > place.right && at > place.left) {
+            at = static_cast<int>(place.left); // a narrow window takes several lines of buttons
             top += height + gap;
         }
         MoveWindow(buttons_[button], at, top, own, height, TRUE);
         at += own + gap;
     }
-    top += height + gap;
+    return top + height + gap;
+}
+
+void DocumentsPage::Layout(const RECT& place) {
+    const int label = look().Scaled(95);
+    const int left = static_cast<int>(place.left);
+    const int width = std::max(0, static_cast<int>(place.right - place.left));
+    int beside = 0;
+    for (const Button& each : kButtons) {
+        beside += each.besideFolder ? look().Scaled(each.width + 6) : 0;
+    }
+    // The folder's buttons get a line of their own where the field would become too narrow.
+    const bool fits = width - label - beside >= look().Scaled(150);
+    const int top = static_cast<int>(place.top);
+    const int field = std::max(0, width - label - (fits ? beside : 0));
+    MoveWindow(folderLabel_, left, top + look().Scaled(5), label, look().Scaled(20), TRUE);
+    MoveWindow(folder_, left + label, top + look().Scaled(1), field, look().Scaled(23), TRUE);
+    const RECT right{left + label + field + look().Scaled(6), place.top, place.right, place.bottom};
+    int next = PlaceButtons(true, fits ? right : place, fits ? top : top + look().Scaled(32));
+    next = PlaceButtons(false, place, next);
     if (gridHost_ != nullptr) {
-        MoveWindow(gridHost_, left, top, width, std::max(0, static_cast<int>(place.bottom) - top),
+        MoveWindow(gridHost_, left, next, width, std::max(0, static_cast<int>(place.bottom) - next),
                    TRUE);
     }
 }

@@ -26,6 +26,7 @@ public:
         PageCommand command;
         const char16_t* member;
         int width;
+        bool besideFolder; ///< in the folder's line
     };
     static const Button* ButtonOf(int id);
     /// True when the folder's field has been left or Enter was pressed in it.
@@ -33,6 +34,9 @@ public:
     std::u16string Folder() const { return TextOfControl(folder_); }
 
 private:
+    /// Places the buttons of one line, or of all lines that they take; the new top.
+    int PlaceButtons(bool besideFolder, const RECT& place, int top);
+
     HWND folderLabel_ = nullptr;
     HWND folder_ = nullptr;
     HWND gridHost_ = nullptr;

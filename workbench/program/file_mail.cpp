@@ -73,6 +73,7 @@ void TakeChoice(HWND dialog, MailChoice& choice) {
 INT_PTR CALLBACK ChoiceProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_INITDIALOG) {
         SetWindowLongPtrW(dialog, GWLP_USERDATA, lParam);
+        CenterOverOwner(dialog);
         ShowChoice(dialog, *reinterpret_cast<const MailChoice*>(lParam));
         return TRUE;
     }

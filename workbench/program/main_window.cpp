@@ -123,6 +123,7 @@ void MainWindow::MakeControls() {
         tab.pszText = WideBuffer(text);
         SendMessageW(tabs_, TCM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&tab));
     }
+    SendMessageW(tabs_, TCM_SETCURSEL, 0, 0);
     documents_ = std::make_unique<DocumentsPage>(look);
     settings_ = std::make_unique<SettingsPage>(look);
     settings_->Show(false);
