@@ -66,9 +66,15 @@ std::size_t ResidentBytes() {
 int main(int count, char** arguments) {
     OleInitialize(nullptr);
     const std::string what = count > 1 ? arguments[1] : "";
-    const int result = what == "import" && count > 2
-                           ? talvix::bench::ImportBench(talvix::FromUtf8(arguments[2]))
-                           : talvix::bench::GridBench(what);
+    const std::u16string folder = count > 2 ? talvix::FromUtf8(arguments[2]) : u"";
+    int result = 2;
+    if (what == "import" && !folder.empty()) {
+        result = talvix::bench::ImportBench(folder);
+    } else if (what == "folder" && !folder.empty()) {
+        result = talvix::bench::FolderBench(folder);
+    } else {
+        result = talvix::bench::GridBench(what);
+    }
     OleUninitialize();
     return result;
 }

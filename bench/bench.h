@@ -25,5 +25,6 @@ std::size_t ResidentBytes();
 
 int GridBench(const std::string& what);
 int ImportBench(const std::u16string& folder);
+int FolderBench(const std::u16string& folder);
 
 } // namespace talvix::bench

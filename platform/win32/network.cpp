@@ -32,9 +32,21 @@ std::vector<Share> ReadShares(HKEY key) {
     }
 }
 
+/// True for a drive that stands for a volume of this machine: those are devices of that name, which
+/// no redirector's are. Asking the network providers takes many times longer.
+bool IsLocalVolume(const std::u16string& drive) {
+    constexpr std::u16string_view kVolume = u"\\Device\\HarddiskVolume";
+    std::u16string device(kRemoteNameUnits, u'\0');
+    return QueryDosDeviceW(Wide(drive), WideBuffer(device), kRemoteNameUnits) != 0 &&
+           device.starts_with(kVolume);
+}
+
 } // namespace
 
 std::optional<std::u16string> Win32Network::RemoteName(std::u16string_view drive) {
+    if (IsLocalVolume(std::u16string(drive))) {
+        return std::nullopt;
+    }
     std::u16string name(kRemoteNameUnits, u'\0');
     DWORD units = kRemoteNameUnits;
     if (WNetGetConnectionW(Wide(std::u16string(drive)), WideBuffer(name), &units) != NO_ERROR) {
@@ -55,16 +67,21 @@ std::optional<std::u16string> Win32Network::ComputerName() {
 }
 
 ShareTable Win32Network::Shares() {
-    OwnedKey key;
+    const auto lastWrite = [this](FILETIME& written) {
+        return key_ &&
+               RegQueryInfoKeyW(key_.Get(), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                                nullptr, nullptr, nullptr, nullptr, &written) == ERROR_SUCCESS;
+    };
     FILETIME written{};
-    if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, kShares, 0, KEY_READ, key.Out()) != ERROR_SUCCESS ||
-        RegQueryInfoKeyW(key.Get(), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                         nullptr, nullptr, nullptr, &written) != ERROR_SUCCESS) {
+    if (!lastWrite(written)) { // not open yet, or the key was made anew
         shares_ = nullptr;
-        return nullptr;
+        if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, kShares, 0, KEY_READ, key_.Out()) != ERROR_SUCCESS ||
+            !lastWrite(written)) {
+            return nullptr;
+        }
     }
     if (shares_ == nullptr || CompareFileTime(&written, &written_) != 0) {
-        shares_ = std::make_shared<const std::vector<Share>>(ReadShares(key.Get()));
+        shares_ = std::make_shared<const std::vector<Share>>(ReadShares(key_.Get()));
         written_ = written;
     }
     return shares_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/network.h"
+#include "platform/win32/owned.h"
 
 #include <windows.h>
 
@@ -16,6 +17,7 @@ public:
 
 private:
     std::optional<std::u16string> computer_;
+    OwnedKey key_;
     ShareTable shares_;
     FILETIME written_{};
 };

@@ -56,6 +56,11 @@ struct FileTraits {
     static Handle None() { return INVALID_HANDLE_VALUE; }
     static void End(Handle handle) { CloseHandle(handle); }
 };
+struct EventTraits {
+    using Handle = HANDLE;
+    static Handle None() { return nullptr; }
+    static void End(Handle handle) { CloseHandle(handle); }
+};
 struct IconTraits {
     using Handle = HICON;
     static Handle None() { return nullptr; }
@@ -81,6 +86,7 @@ struct AcceleratorTraits {
 using OwnedKey = Owned<KeyTraits>;
 using OwnedFind = Owned<FindTraits>;
 using OwnedFile = Owned<FileTraits>;
+using OwnedEvent = Owned<EventTraits>;
 using OwnedIcon = Owned<IconTraits>;
 using OwnedFont = Owned<GdiTraits<HFONT>>;
 using OwnedBitmap = Owned<GdiTraits<HBITMAP>>;

@@ -1,6 +1,7 @@
 #include "platform/win32/shell.h"
 
 #include "automation/text.h"
+#include "platform/win32/files.h"
 #include "platform/win32/owned.h"
 #include "platform/win32/wide.h"
 
@@ -55,27 +56,16 @@ bool KeyExists(const std::u16string& key) {
     return RegOpenKeyExW(HKEY_CLASSES_ROOT, Wide(key), 0, KEY_READ, opened.Out()) == ERROR_SUCCESS;
 }
 
-} // namespace
-
-std::int32_t Win32Shell::SmallIconIndex(std::u16string_view path) {
-    SHFILEINFOW info{};
-    AskForIcon(std::u16string(path), info);
-    return info.iIcon;
+/// With its dot; "" for a name without one.
+std::u16string_view ExtensionOf(std::u16string_view path) {
+    const std::size_t at = path.find_last_of(u".\\:");
+    return at == std::u16string_view::npos || path[at] != u'.' ? std::u16string_view()
+                                                               : path.substr(at);
 }
 
-std::u16string Win32Shell::TypeName(std::u16string_view path) {
-    const std::u16string text = AskForType(std::u16string(path), kType);
-    return text.empty() ? AskForType(std::u16string(path), kTypeWithoutExeType) : text;
-}
-
-bool Win32Shell::HasOwnIcon(std::u16string_view path) {
+bool CarriesOwnIcon(const std::u16string& extension) {
     static constexpr const char16_t* carriers[] = {u".exe", u".ico", u".cur", u".ani",
                                                    u".lnk", u".scr", u".url"};
-    const std::size_t at = path.find_last_of(u".\\:");
-    if (at == std::u16string_view::npos || path[at] != u'.') {
-        return true;
-    }
-    const std::u16string extension(path.substr(at));
     if (std::any_of(std::begin(carriers), std::end(carriers),
                     [&](const char16_t* carrier) { return SameName(extension, carrier); })) {
         return true;
@@ -84,6 +74,64 @@ bool Win32Shell::HasOwnIcon(std::u16string_view path) {
     return DefaultValue(fileClass + u"\\DefaultIcon").find(u"%1") != std::u16string::npos ||
            (!fileClass.empty() && KeyExists(fileClass + u"\\shellex\\IconHandler")) ||
            KeyExists(extension + u"\\shellex\\IconHandler");
+}
+
+std::u16string AskForTypeName(std::u16string_view path) {
+    const std::u16string text = AskForType(std::u16string(path), kType);
+    return text.empty() ? AskForType(std::u16string(path), kTypeWithoutExeType) : text;
+}
+
+std::int32_t AskForIconIndex(std::u16string_view path) {
+    SHFILEINFOW info{};
+    AskForIcon(std::u16string(path), info);
+    return info.iIcon;
+}
+
+} // namespace
+
+std::int32_t Win32Shell::SmallIconIndex(std::u16string_view path) {
+    FileClass* known = ClassOf(path);
+    if (known == nullptr || known->hasOwnIcon) {
+        return AskForIconIndex(path);
+    }
+    if (!known->icon) {
+        known->icon = AskForIconIndex(path);
+    }
+    return *known->icon;
+}
+
+std::u16string Win32Shell::TypeName(std::u16string_view path) {
+    FileClass* known = ClassOf(path);
+    if (known == nullptr) {
+        return AskForTypeName(path);
+    }
+    if (!known->typeName) {
+        known->typeName = AskForTypeName(path);
+    }
+    return *known->typeName;
+}
+
+bool Win32Shell::HasOwnIcon(std::u16string_view path) {
+    const FileClass* known = ClassOf(path);
+    return known == nullptr || known->hasOwnIcon;
+}
+
+Win32Shell::FileClass* Win32Shell::ClassOf(std::u16string_view path) {
+    if (watch_.HasChanged()) {
+        classes_.clear();
+    }
+    const std::u16string_view extension = ExtensionOf(path);
+    const DWORD attributes = GetFileAttributesW(Wide(ExtendedPath(path)));
+    if (extension.empty() || (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        return nullptr; // a path that is not there has all attributes
+    }
+    std::u16string key(extension);
+    CharLowerBuffW(WideBuffer(key), static_cast<DWORD>(key.size()));
+    const auto [found, isNew] = classes_.try_emplace(std::move(key));
+    if (isNew) {
+        found->second.hasOwnIcon = CarriesOwnIcon(std::u16string(extension));
+    }
+    return &found->second;
 }
 
 std::int64_t Win32Shell::SmallIconList() {

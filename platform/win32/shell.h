@@ -1,9 +1,15 @@
 #pragma once
 
 #include "platform/shell.h"
+#include "platform/win32/key_watch.h"
+
+#include <map>
+#include <optional>
 
 namespace talvix {
 
+/// What the shell says of a file whose class has one icon and one name for all its files is kept as
+/// long as no registered class changes: asking costs milliseconds, over a network far more.
 class Win32Shell : public Shell {
 public:
     std::int32_t SmallIconIndex(std::u16string_view path) override;
@@ -12,6 +18,19 @@ public:
     std::int64_t SmallIconList() override;
     ShellCopy Copy(std::u16string_view source, std::u16string_view target) override;
     void Open(std::u16string_view what, std::u16string_view workingFolder) override;
+
+private:
+    struct FileClass {
+        bool hasOwnIcon = true;
+        std::optional<std::int32_t> icon;
+        std::optional<std::u16string> typeName;
+    };
+    /// Null for a path whose answers are not to be kept.
+    FileClass* ClassOf(std::u16string_view path);
+
+    std::map<std::u16string, FileClass> classes_;
+    KeyWatch watch_{
+        {{HKEY_LOCAL_MACHINE, L"Software\\Classes"}, {HKEY_CURRENT_USER, L"Software\\Classes"}}};
 };
 
 } // namespace talvix

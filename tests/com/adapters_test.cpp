@@ -1,5 +1,7 @@
 #include "platform/win32/files.h"
 #include "platform/win32/locale.h"
+#include "platform/win32/network.h"
+#include "platform/win32/objects.h"
 #include "platform/win32/owned.h"
 #include "platform/win32/pictures.h"
 #include "platform/win32/registry.h"
@@ -118,6 +120,71 @@ TEST(Win32Timers, RunWhatWaitsAndKeepTheRequestToEnd) {
         quit = quit || (message.message == WM_QUIT && message.wParam == 7);
     }
     EXPECT_TRUE(quit);
+}
+
+TEST(Win32Shell, AClassThatIsRegisteredAnewIsAskedAnew) {
+    Win32Shell shell;
+    const TemporaryFolder folder;
+    const std::u16string path = folder.Make(u"probe.talvixprobe", 1);
+    const std::u16string before = shell.TypeName(path);
+    EXPECT_EQ(shell.TypeName(path), before);
+    const wchar_t* keys[] = {L"Software\\Classes\\.talvixprobe", L"Software\\Classes\\TalvixProbe"};
+    const wchar_t* texts[] = {L"TalvixProbe", L"Probe-Dokument"};
+    for (int at = 0; at < 2; ++at) {
+        RegSetValueW(HKEY_LOCAL_MACHINE, keys[at], REG_SZ, texts[at], 0);
+    }
+    Sleep(100);
+    const std::u16string after = shell.TypeName(path);
+    for (const wchar_t* key : keys) {
+        RegDeleteKeyW(HKEY_LOCAL_MACHINE, key);
+    }
+    EXPECT_NE(before, u"Probe-Dokument");
+    EXPECT_EQ(after, u"Probe-Dokument");
+    Sleep(100);
+    EXPECT_EQ(shell.TypeName(path), before);
+}
+
+TEST(Win32Network, ASharedFolderIsSeenAsSoonAsItIsShared) {
+    Win32Network network;
+    ASSERT_TRUE(network.ComputerName());
+    const wchar_t* key = L"SYSTEM\\CurrentControlSet\\Services\\LanmanServer\\Shares";
+    OwnedKey shares;
+    RegCreateKeyExW(HKEY_LOCAL_MACHINE, key, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, shares.Out(),
+                    nullptr);
+    const ShareTable before = network.Shares();
+    ASSERT_NE(before, nullptr);
+    EXPECT_EQ(network.Shares(), before) << "an unchanged table is kept";
+    const std::u16string data(499, u'x');
+    const std::u16string tooLong(501, u'x');
+    RegSetValueExW(shares.Get(), L"TalvixA", 0, REG_SZ, reinterpret_cast<const BYTE*>(data.data()),
+                   static_cast<DWORD>(data.size() * sizeof(char16_t)));
+    const ShareTable with = network.Shares();
+    EXPECT_EQ(with->size(), before->size() + 1);
+    RegSetValueExW(shares.Get(), L"TalvixB", 0, REG_SZ,
+                   reinterpret_cast<const BYTE*>(tooLong.data()),
+                   static_cast<DWORD>(tooLong.size() * sizeof(char16_t)));
+    EXPECT_LE(network.Shares()->size(), with->size())
+        << "the list ends at a value that is too long";
+    RegDeleteValueW(shares.Get(), L"TalvixA");
+    RegDeleteValueW(shares.Get(), L"TalvixB");
+    EXPECT_EQ(network.Shares()->size(), before->size());
+}
+
+TEST(Win32Network, ALocalDriveHasNoRemoteNameAndAMappedOneHas) {
+    Win32Network network;
+    EXPECT_FALSE(network.RemoteName(u"C:"));
+    EXPECT_FALSE(network.RemoteName(u"?:"));
+    if (GetDriveTypeW(L"X:\\") == DRIVE_REMOTE) {
+        EXPECT_EQ(network.RemoteName(u"X:"), u"\\\\srv\\daten");
+        EXPECT_EQ(network.RemoteName(u"x:"), u"\\\\srv\\daten");
+    }
+}
+
+TEST(Win32Objects, CreatesRegisteredClassesAndRefusesOthers) {
+    Win32Objects objects;
+    EXPECT_NE(objects.Create(u"TalvixGrid.Grid"), nullptr);
+    EXPECT_THROW(objects.Create(u"Redemption.SafeNichts"), Failure);
+    EXPECT_THROW(objects.Create(u""), Failure);
 }
 
 } // namespace talvix

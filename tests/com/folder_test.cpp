@@ -123,7 +123,8 @@ TEST(ComponentFolder, TheRealBrowserSetsTheFolderAndItsSubFolders) {
     EXPECT_EQ(rig.StoredFolder(), rig.folder.Path());
     answers.Answer(kBrowser, Choose(chosen));
     rig.main.Call(u"btnDMSSetStore_Click");
-    EXPECT_EQ(rig.StoredFolder(), share.Network(u"Projekt Ä")) << testing::PrintToString(answers.Seen());
+    EXPECT_EQ(rig.StoredFolder(), share.Network(u"Projekt Ä"))
+        << testing::PrintToString(answers.Seen());
 }
 
 TEST(ComponentFolder, RemovingThePathIsAskedForInARealMessageBox) {
