@@ -16,8 +16,8 @@ void Late::Set(std::u16string_view name, const Value& value) const {
     Put(name, std::span<const Value>(&value, 1));
 }
 
-void Late::SetAt(std::u16string_view name, const Value& argument, const Value& value) const {
-    const std::array<Value, 2> values{argument, value};
+void Late::SetAt(std::u16string_view name, Value argument, Value value) const {
+    const std::array<Value, 2> values{std::move(argument), std::move(value)};
     Put(name, values);
 }
 

@@ -29,7 +29,7 @@ public:
     /// Puts a property without arguments. An object is put by reference first, then by value.
     void Set(std::u16string_view name, const Value& value) const;
     /// Puts a property with one argument, such as a row's cell.
-    void SetAt(std::u16string_view name, const Value& argument, const Value& value) const;
+    void SetAt(std::u16string_view name, Value argument, Value value) const;
 
     const Value& Get() const { return value_; }
     /// The object; Failure when there is none.

@@ -70,6 +70,8 @@ int main(int count, char** arguments) {
     int result = 2;
     if (what == "import" && !folder.empty()) {
         result = talvix::bench::ImportBench(folder);
+    } else if (what == "import-large" && !folder.empty()) {
+        result = talvix::bench::LargeImportBench(folder);
     } else if (what == "folder" && !folder.empty()) {
         result = talvix::bench::FolderBench(folder);
     } else {

@@ -3,6 +3,8 @@
 #include "automation/text.h"
 #include "bench/bench.h"
 #include "platform/win32/com/dispatch_object.h"
+#include "platform/win32/files.h"
+#include "platform/win32/shell.h"
 #include "workbench/host/host.h"
 
 #include <cstdio>
@@ -15,7 +17,16 @@ struct Times {
     double import = 0;
     double open = 0;
     std::size_t rows = 0;
+    double walk = 0; ///< the bare walk through the folders
+    double fill = 0; ///< the same rows filled into an empty grid
 };
+
+void Walk(const std::u16string& folder) {
+    const FolderListing listing = Win32Files().List(folder);
+    for (const std::u16string& name : listing.folders) {
+        Walk(folder + u"\\" + name);
+    }
+}
 
 Times Measure(const std::u16string& folder) {
     const Late grid(WrapDispatch(Create(u"TalvixGrid.Grid").Get()));
@@ -41,7 +52,26 @@ Times Measure(const std::u16string& folder) {
     times.open = Now() - start;
     times.rows = project->documents.size();
     main.Call(u"DereferenceLibraries");
+    start = Now();
+    Walk(folder);
+    times.walk = Now() - start;
+    const Late empty(WrapDispatch(Create(u"TalvixGrid.Grid").Get()));
+    for (const auto& [key, value] : project->documents.front()) {
+        empty[u"Columns"].Call(u"Add", key);
+    }
+    start = Now();
+    host::LoadRows(empty, project->documents);
+    times.fill = Now() - start;
     return times;
+}
+
+/// What the shell needs at its first question.
+double ShellStart(const std::u16string& file) {
+    Win32Shell shell;
+    const double start = Now();
+    shell.SmallIconIndex(file);
+    shell.TypeName(file);
+    return Now() - start;
 }
 
 } // namespace
@@ -64,6 +94,28 @@ int ImportBench(const std::u16string& folder) {
         std::printf(
             "%6d files: import %6.1f us per file (%.2fx), opening %6.1f us per row (%.2fx)\n",
             count, import * 1e6, import / importOfFirst, open * 1e6, open / openOfFirst);
+    }
+    return 0;
+}
+
+int LargeImportBench(const std::u16string& folder) {
+    const double shell = ShellStart(folder + u"\\Quelle.txt");
+    for (const auto* shape : {u"flach", u"tief"}) {
+        double walkOfFirst = 0;
+        double importOfFirst = 0;
+        for (const int count : {10000, 100000}) {
+            const std::u16string path = folder + u"\\" + shape + u"-" + DecimalText(count);
+            const Times times = Measure(path);
+            const double base = times.walk + times.fill + shell;
+            walkOfFirst = walkOfFirst == 0 ? times.walk : walkOfFirst;
+            importOfFirst = importOfFirst == 0 ? times.import : importOfFirst;
+            std::printf("%s %6zu files: import %.2f s, walk %.2f s, fill %.2f s, shell %.2f s: "
+                        "%.2fx; growth %.1fx, of the walk %.1fx\n",
+                        ToUtf8(shape).c_str(), times.rows, times.import, times.walk, times.fill,
+                        shell, times.import / base, times.import / importOfFirst,
+                        times.walk / walkOfFirst);
+            std::fflush(stdout);
+        }
     }
     return 0;
 }

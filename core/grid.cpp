@@ -39,8 +39,8 @@ Value GridRow::Get(std::u16string_view key) const {
     return row_.Call(u"Value", key);
 }
 
-void GridRow::Set(std::u16string_view key, const Value& value) const {
-    row_.SetAt(u"Value", key, value);
+void GridRow::Set(std::u16string_view key, Value value) const {
+    row_.SetAt(u"Value", key, std::move(value));
 }
 
 void GridRow::SetPicture(std::u16string_view key, const Value& picture) const {

@@ -13,7 +13,7 @@ public:
     bool IsGroup() const;
     std::int32_t Id() const;
     Value Get(std::u16string_view key) const;
-    void Set(std::u16string_view key, const Value& value) const;
+    void Set(std::u16string_view key, Value value) const;
     void SetPicture(std::u16string_view key, const Value& picture) const;
 
 private:

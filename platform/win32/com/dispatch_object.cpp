@@ -51,8 +51,9 @@ public:
 /// Arguments in the order that automation wants: last one first.
 class Parameters {
 public:
-    Parameters(std::span<const Value> values, std::vector<DISPID> named)
-        : count_(values.size()), named_(std::move(named)) {
+    /// `named` may be empty for a put, which names its new value only.
+    Parameters(std::span<const Value> values, std::vector<DISPID> named, bool isPut)
+        : count_(values.size()), named_(std::move(named)), isPut_(isPut) {
         if (count_ > inline_.size()) {
             heap_ = std::make_unique<VARIANT[]>(count_);
         }
@@ -71,6 +72,9 @@ public:
         }
     }
     DISPPARAMS Get() {
+        if (named_.empty() && isPut_) {
+            return {First(), &put_, static_cast<UINT>(count_), 1};
+        }
         return {First(), named_.empty() ? nullptr : named_.data(), static_cast<UINT>(count_),
                 static_cast<UINT>(named_.size())};
     }
@@ -82,6 +86,8 @@ private:
     std::array<VARIANT, 4> inline_;
     std::unique_ptr<VARIANT[]> heap_;
     std::vector<DISPID> named_;
+    bool isPut_;
+    DISPID put_ = DISPID_PROPERTYPUT;
 };
 
 } // namespace
@@ -121,6 +127,9 @@ std::optional<MemberId> DispatchObject::FindMember(std::u16string_view name) {
         throw Failure(result, u"\"" + std::u16string(name) + u"\": " +
                                   SystemText(static_cast<DWORD>(result)));
     }
+    if (names_.empty()) {
+        names_.reserve(4);
+    }
     names_.push_back({std::u16string(name), id});
     return id;
 }
@@ -144,7 +153,7 @@ std::optional<std::size_t> DispatchObject::FindParameter(MemberId member,
 
 std::vector<DISPID> DispatchObject::NamedIds(MemberId member, Arguments arguments, bool isPut) {
     std::vector<DISPID> ids;
-    if (isPut) {
+    if (isPut && !arguments.names.empty()) {
         ids.push_back(DISPID_PROPERTYPUT);
     }
     for (std::size_t at = arguments.names.size(); at-- > 0;) {
@@ -193,7 +202,7 @@ HRESULT DispatchObject::CallDefaultOfYielded(MemberId member, unsigned access,
 Value DispatchObject::Invoke(MemberId member, unsigned access, Arguments arguments) {
     const ComPtr<IDispatch> alive = dispatch_;
     const bool isPut = (access & access::kAnyPut) != 0;
-    Parameters packed(arguments.values, NamedIds(member, arguments, isPut));
+    Parameters packed(arguments.values, NamedIds(member, arguments, isPut), isPut);
     DISPPARAMS parameters = packed.Get();
     Variant result;
     Exception exception;
