@@ -42,7 +42,8 @@ struct FolderRig {
     std::shared_ptr<grid::GridModel> model = std::make_shared<grid::GridModel>(platform.locale);
     std::shared_ptr<host::Project> project = std::make_shared<host::Project>();
     std::unique_ptr<host::Host> host;
-    Main main{platform.ports, trace};
+    Forms forms{platform.ports, trace};
+    Main main{platform.ports, trace, forms};
 };
 
 void WriteFile(const std::u16string& path) {

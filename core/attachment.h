@@ -9,11 +9,14 @@
 
 namespace talvix {
 
+class Forms;
+
 /// What one `Main` is attached to, and the little state that its procedures share. The current
 /// Outlook item is never kept: Item() reads it afresh.
 struct Attachment {
     Platform& platform;
     Trace& trace;
+    Forms& forms;
 
     Late talvixCommon{};
     Late talvixManaging{};
@@ -22,6 +25,7 @@ struct Attachment {
     Late talvixControlling{};
     Late talvixExport{};
     Grid dmsGrid{};
+    Late sgActions{}; ///< the host's grid of actions, once it was asked for
 
     bool silentImport = false;
     bool stopImport = false;

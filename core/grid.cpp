@@ -10,6 +10,7 @@ namespace talvix {
 namespace {
 
 constexpr std::int32_t kAll = -1;
+constexpr std::int32_t kDataCell = 3; // area of a hit
 
 /// The events in the order of their numbers, for a control that does not name them.
 constexpr std::u16string_view kEvents[] = {
@@ -23,6 +24,14 @@ std::int32_t Number(const Value& value) {
         throw Failure(failure_number::kTypeMismatch, u"The grid answered without a number");
     }
     return static_cast<std::int32_t>(*number);
+}
+
+std::u16string Text(const Value& value) {
+    const auto* text = value.If<std::u16string>();
+    if (text == nullptr) {
+        throw Failure(failure_number::kTypeMismatch, u"The grid answered without a text");
+    }
+    return *text;
 }
 
 } // namespace
@@ -68,6 +77,18 @@ void GridColumn::SetHidden(bool hidden) const {
     column_.Set(u"Hidden", hidden);
 }
 
+std::u16string GridColumn::Key() const {
+    return Text(column_.Call(u"Key"));
+}
+
+std::u16string GridColumn::Caption() const {
+    return Text(column_.Call(u"Caption"));
+}
+
+bool GridColumn::IsHidden() const {
+    return Number(column_.Call(u"Hidden")) != 0;
+}
+
 void Grid::SetRedraw(bool on) const {
     grid_.Set(u"Redraw", on);
 }
@@ -110,6 +131,14 @@ GridColumn Grid::ColumnAt(std::u16string_view key) const {
     return GridColumn(grid_(u"Columns", key));
 }
 
+std::int32_t Grid::ColumnCount() const {
+    return Number(grid_[u"Columns"].Call(u"Count"));
+}
+
+GridColumn Grid::ColumnAt(std::int32_t position) const {
+    return GridColumn(grid_(u"Columns", position));
+}
+
 std::int32_t Grid::RowCount() const {
     return Number(grid_[u"Rows"].Call(u"Count"));
 }
@@ -120,6 +149,47 @@ GridRow Grid::RowAt(std::int32_t number) const {
 
 GridRow Grid::AddRow() const {
     return GridRow(grid_[u"Rows"][u"Add"]);
+}
+
+void Grid::RemoveRow(const GridRow& row) const {
+    grid_[u"Rows"].Call(u"Remove", row.Object().Get());
+}
+
+GridRow Grid::CurrentRow() const {
+    return GridRow(grid_[u"CurrentRow"]);
+}
+
+void Grid::SetCurrentRow(std::int32_t number) const {
+    grid_.Set(u"CurrentRow", number);
+}
+
+std::vector<RowRange> Grid::Selection() const {
+    const Late selection = grid_[u"Selection"];
+    const std::int32_t count = Number(selection.Call(u"Count"));
+    std::vector<RowRange> ranges;
+    for (std::int32_t number = 1; number <= count; ++number) {
+        const Late range = selection(u"Item", number);
+        ranges.push_back({Number(range.Call(u"First")), Number(range.Call(u"Last"))});
+    }
+    return ranges;
+}
+
+std::int32_t Grid::GroupCount() const {
+    return Number(grid_[u"Groups"].Call(u"Count"));
+}
+
+std::int32_t Grid::GroupIndent() const {
+    return Number(grid_.Call(u"GroupIndent"));
+}
+
+GridHit Grid::HitTest(float x, float y) const {
+    const Late hit = grid_(u"HitTest", x, y);
+    return {Number(hit.Call(u"Row")), Number(hit.Call(u"Area")) == kDataCell};
+}
+
+std::int64_t Grid::Window() const {
+    const auto handle = NumericContent(grid_.Call(u"hWnd"));
+    return static_cast<std::int64_t>(handle.value_or(0));
 }
 
 std::int32_t Grid::Find(std::u16string_view key, const Value& value) const {

@@ -2,6 +2,8 @@
 
 #include "automation/late.h"
 
+#include <vector>
+
 namespace talvix {
 
 /// One row of the document grid.
@@ -10,14 +12,29 @@ public:
     GridRow() = default;
     explicit GridRow(Late row) : row_(std::move(row)) {}
 
+    /// False for no row.
+    explicit operator bool() const { return static_cast<bool>(row_); }
     bool IsGroup() const;
     std::int32_t Id() const;
     Value Get(std::u16string_view key) const;
     void Set(std::u16string_view key, Value value) const;
     void SetPicture(std::u16string_view key, const Value& picture) const;
+    const Late& Object() const { return row_; }
 
 private:
     Late row_;
+};
+
+/// Numbers of the first and the last row of a range.
+struct RowRange {
+    std::int32_t first = 0;
+    std::int32_t last = 0;
+};
+
+/// What lies at a point of the grid.
+struct GridHit {
+    std::int32_t row = 0; ///< 0 for none
+    bool isDataRow = false;
 };
 
 /// One column of the document grid.
@@ -31,6 +48,9 @@ public:
     /// Sets the alignment of the cells and of the heading.
     void SetAlignment(std::int32_t alignment) const;
     void SetHidden(bool hidden) const;
+    std::u16string Key() const;
+    std::u16string Caption() const;
+    bool IsHidden() const;
 
 private:
     Late column_;
@@ -59,11 +79,26 @@ public:
     /// Failure when a column of that key is there already.
     GridColumn AddColumn(std::u16string_view key) const;
     GridColumn ColumnAt(std::u16string_view key) const;
+    std::int32_t ColumnCount() const;
+    /// Columns are counted from 0, in the order in which they are shown.
+    GridColumn ColumnAt(std::int32_t position) const;
 
     std::int32_t RowCount() const;
     /// Rows are counted from 1, group headings included.
     GridRow RowAt(std::int32_t number) const;
     GridRow AddRow() const;
+    void RemoveRow(const GridRow& row) const;
+    /// The row that has the focus; none where there is no such row.
+    GridRow CurrentRow() const;
+    void SetCurrentRow(std::int32_t number) const;
+    /// The selected rows in the grid's order, headings included.
+    std::vector<RowRange> Selection() const;
+    std::int32_t GroupCount() const;
+    std::int32_t GroupIndent() const;
+    /// The point is in points (1/72 inch) from the grid's top left corner.
+    GridHit HitTest(float x, float y) const;
+    /// Handle of the grid's window as a number, 0 while it has none.
+    std::int64_t Window() const;
     /// Number of the first data row that holds the value, 0 for none; text without case.
     std::int32_t Find(std::u16string_view key, const Value& value) const;
 

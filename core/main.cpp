@@ -6,7 +6,10 @@
 #include "core/row_presentation.h"
 #include "folder/folder_import.h"
 #include "folder/project_folder_store.h"
+#include "operations/action_combo.h"
+#include "operations/enter_document.h"
 #include "ui/dms_dispatcher.h"
+#include "ui/document_commands.h"
 
 namespace talvix {
 
@@ -22,14 +25,15 @@ Late ObjectIn(const Value& value) {
 
 } // namespace
 
-Main::Main(Platform& platform, Trace& trace)
-    : attachment_{platform, trace}, gridEvents_(std::make_shared<GridEvents>(attachment_)) {}
+Main::Main(Platform& platform, Trace& trace, Forms& forms)
+    : attachment_{platform, trace, forms}, gridEvents_(std::make_shared<GridEvents>(attachment_)) {}
 
 Main::~Main() {
     ResumeNext next{attachment_.trace, u"Class_Terminate"};
     gridEvents_->Detach();
     next([&] { events_.reset(); });
     next([&] { attachment_.dmsGrid = Grid(); });
+    next([&] { attachment_.forms.Unload(); });
 }
 
 void Main::ReferenceLibraries(const Value& talvixCommon, const Value& talvixManaging,
@@ -92,6 +96,42 @@ void Main::AddFile(std::u16string_view physicalStore1, std::u16string_view subje
                    Date creationDate, Date modificationDate) {
     talvix::AddFile(attachment_, physicalStore1, subject, status, longDescription, creationDate,
                     modificationDate);
+}
+
+void Main::FillActionCombo(std::u16string_view selectedId) {
+    talvix::FillActionCombo(attachment_, selectedId);
+}
+
+void Main::NewDMSItem() {
+    talvix::NewDMSItem(attachment_);
+}
+
+void Main::DeleteDMSItem() {
+    talvix::DeleteDMSItem(attachment_);
+}
+
+void Main::OpenDocument(std::int32_t id) {
+    talvix::OpenDocument(attachment_, id);
+}
+
+void Main::btnOpenDocument_Click() {
+    talvix::OpenDocument(attachment_, kSelectedDocuments);
+}
+
+void Main::btnNewDocument_Click() {
+    talvix::btnNewDocument_Click(attachment_);
+}
+
+void Main::btnChangeDocument_Click() {
+    talvix::btnChangeDocument_Click(attachment_);
+}
+
+void Main::btnDeleteDocument_Click() {
+    talvix::DeleteDMSItem(attachment_);
+}
+
+void Main::btnExportDocuments_Click() {
+    talvix::btnExportDocuments_Click(attachment_);
 }
 
 void Main::AddFilesFromProjectFolder(bool silent) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/attachment.h"
+#include "core/forms.h"
 #include "core/grid_events.h"
 #include "operations/add_document.h"
 
@@ -10,7 +11,8 @@ namespace talvix {
 /// page's buttons and the grid's events ask for. No member raises anything.
 class Main {
 public:
-    Main(Platform& platform, Trace& trace);
+    /// `forms` is shared with the other `Main` objects of the thread.
+    Main(Platform& platform, Trace& trace, Forms& forms);
     Main(const Main&) = delete;
     Main& operator=(const Main&) = delete;
     ~Main();
@@ -28,8 +30,17 @@ public:
     void AddFile(std::u16string_view physicalStore1, std::u16string_view subject,
                  std::u16string_view status, std::u16string_view longDescription, Date creationDate,
                  Date modificationDate);
+    void FillActionCombo(std::u16string_view selectedId);
+    void NewDMSItem();
+    void DeleteDMSItem();
+    void OpenDocument(std::int32_t id);
     void AddFilesFromProjectFolder(bool silent);
     void AddFilesFromProjectFolderEvent();
+    void btnOpenDocument_Click();
+    void btnNewDocument_Click();
+    void btnChangeDocument_Click();
+    void btnDeleteDocument_Click();
+    void btnExportDocuments_Click();
     void btnOpenFolder_Click();
     void btnDMSSetStore_Click();
     void btnDMSDeletetStore_Click();

@@ -5,6 +5,7 @@
 #include "common/general.h"
 #include "core/row_presentation.h"
 #include "folder/project_folder.h"
+#include "operations/action_combo.h"
 #include "operations/file_outlook_item.h"
 
 #include <limits>
@@ -12,8 +13,6 @@
 namespace talvix {
 
 namespace {
-
-constexpr const char16_t* kNoAction = u"-1";
 
 std::int16_t AsInteger16(std::int32_t number) {
     if (number < std::numeric_limits<std::int16_t>::min() ||
@@ -98,7 +97,7 @@ void AddFile(Attachment& attachment, std::u16string_view physicalStore1,
     record.longDescription = longDescription;
     record.physicalStore1 = physicalStore1;
     record.physicalStore2 = relativeFolder;
-    record.physicalStore3 = kNoAction;
+    record.physicalStore3 = SelectedActionNumber(attachment);
     AddDMSItem(attachment, record, ItemFiling{Nothing(), -1, true, u""});
 }
 

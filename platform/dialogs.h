@@ -1,7 +1,10 @@
 #pragma once
 
+#include "platform/item_window.h"
+
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -48,6 +51,18 @@ struct ProgressForm {
     std::uint32_t labelTimer = 0; ///< milliseconds
 };
 
+struct FileChooser {
+    std::int64_t owner = 0; ///< a window's handle
+    bool toSave = false;
+    std::u16string filter;        ///< pairs of text and pattern, each ended by NUL
+    std::u16string fileName;      ///< filled in beforehand
+    std::size_t bufferLength = 0; ///< units that the answer may take
+    std::u16string folder;
+    std::u16string title;
+    std::uint32_t flags = 0; ///< the system's own (OFN_...)
+    std::u16string defaultExtension;
+};
+
 /// The dialogs with windows of their own.
 class Dialogs {
 public:
@@ -56,6 +71,11 @@ public:
     virtual std::u16string BrowseForFolder(const FolderBrowser& browser) = 0;
     /// A progress form that is not shown yet.
     virtual std::unique_ptr<ProgressWindow> MakeProgress(const ProgressForm& form) = 0;
+    /// The system's file dialog. The answer as it delivers it, NULs included; nothing when it was
+    /// cancelled or failed.
+    virtual std::optional<std::u16string> ChooseFile(const FileChooser& chooser) = 0;
+    /// Shows the document dialog until it hides itself. Failure when it cannot be shown.
+    virtual void ShowItemForm(ItemForm& form) = 0;
 };
 
 } // namespace talvix

@@ -30,6 +30,9 @@ public:
     virtual ShellCopy Copy(std::u16string_view source, std::u16string_view target) = 0;
     /// Hands a file, folder or address over to what is registered for opening it.
     virtual void Open(std::u16string_view what, std::u16string_view workingFolder) = 0;
+    /// Shows the properties sheet of a path; 0 when it could not be started. `owner` is a window's
+    /// handle, 0 for none.
+    virtual std::int32_t ShowProperties(std::u16string_view path, std::int64_t owner) = 0;
 };
 
 } // namespace talvix

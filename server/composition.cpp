@@ -14,7 +14,8 @@ namespace {
 /// A `Main` that keeps what it is composed of.
 struct ComposedMain {
     explicit ComposedMain(std::shared_ptr<Composition> parts)
-        : composition(std::move(parts)), main(composition->platform.ports, composition->trace) {}
+        : composition(std::move(parts)),
+          main(composition->platform.ports, composition->trace, composition->forms) {}
     std::shared_ptr<Composition> composition;
     Main main;
 };

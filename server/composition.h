@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/forms.h"
 #include "platform/win32/com/com_ptr.h"
 #include "platform/win32/trace.h"
 #include "platform/win32/win32_platform.h"
@@ -14,6 +15,7 @@ namespace talvix {
 struct Composition {
     Win32Platform platform;
     Win32Trace trace{platform.registry};
+    Forms forms{platform.ports, trace};
 
     static std::shared_ptr<Composition> OfThisThread();
 };

@@ -80,6 +80,16 @@ Value AddFile(MainObject& object, const Call& call) {
     return {};
 }
 
+Value FillActionCombo(MainObject& object, const Call& call) {
+    object.main->FillActionCombo(ArgumentReader(object, call).Text(0));
+    return {};
+}
+
+Value OpenDocument(MainObject& object, const Call& call) {
+    object.main->OpenDocument(ArgumentReader(object, call).Long(0));
+    return {};
+}
+
 Value AddFilesFromProjectFolder(MainObject& object, const Call& call) {
     object.main->AddFilesFromProjectFolder(ArgumentReader(object, call).Truth(0));
     return {};
@@ -102,11 +112,6 @@ Value AddingFile(MainObject& object, const Call& call) {
         return object.main->strAddingFile();
     }
     object.main->SetStrAddingFile(ToText(*call.put, object.main->Ports().locale));
-    return {};
-}
-
-/// A member whose work is not there yet.
-Value NotYet(MainObject&, const Call&) {
     return {};
 }
 
@@ -137,18 +142,18 @@ std::vector<Member<MainObject>> Table() {
           u"[PhysicalStore1] [Subject] [Status] [LongDescription] [CreationDate] "
           u"[ModificationDate]"},
          AddFile},
-        {{u"FillActionCombo", kMethod, u"[SelectedID]"}, NotYet},
-        {{u"NewDMSItem", kMethod, u""}, NotYet},
-        {{u"DeleteDMSItem", kMethod, u""}, NotYet},
-        {{u"OpenDocument", kMethod, u"[id]"}, NotYet},
+        {{u"FillActionCombo", kMethod, u"[SelectedID]"}, FillActionCombo},
+        {{u"NewDMSItem", kMethod, u""}, Run<&Main::NewDMSItem>},
+        {{u"DeleteDMSItem", kMethod, u""}, Run<&Main::DeleteDMSItem>},
+        {{u"OpenDocument", kMethod, u"[id]"}, OpenDocument},
         {{u"AddFilesFromProjectFolder", kMethod, u"[Silent]"}, AddFilesFromProjectFolder},
         {{u"AddFilesFromProjectFolderEvent", kMethod, u""},
          Run<&Main::AddFilesFromProjectFolderEvent>},
-        {{u"btnOpenDocument_Click", kMethod, u""}, NotYet},
-        {{u"btnNewDocument_Click", kMethod, u""}, NotYet},
-        {{u"btnChangeDocument_Click", kMethod, u""}, NotYet},
-        {{u"btnDeleteDocument_Click", kMethod, u""}, NotYet},
-        {{u"btnExportDocuments_Click", kMethod, u""}, NotYet},
+        {{u"btnOpenDocument_Click", kMethod, u""}, Run<&Main::btnOpenDocument_Click>},
+        {{u"btnNewDocument_Click", kMethod, u""}, Run<&Main::btnNewDocument_Click>},
+        {{u"btnChangeDocument_Click", kMethod, u""}, Run<&Main::btnChangeDocument_Click>},
+        {{u"btnDeleteDocument_Click", kMethod, u""}, Run<&Main::btnDeleteDocument_Click>},
+        {{u"btnExportDocuments_Click", kMethod, u""}, Run<&Main::btnExportDocuments_Click>},
         {{u"MkDirs", kMethod, u"[PathIn]"}, MkDirs},
         {{u"btnDMSSetStore_Click", kMethod, u""}, Run<&Main::btnDMSSetStore_Click>},
         {{u"btnDMSDeletetStore_Click", kMethod, u""}, Run<&Main::btnDMSDeletetStore_Click>},

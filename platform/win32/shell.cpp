@@ -158,4 +158,21 @@ void Win32Shell::Open(std::u16string_view what, std::u16string_view workingFolde
                   Wide(std::u16string(workingFolder)), SW_SHOW);
 }
 
+std::int32_t Win32Shell::ShowProperties(std::u16string_view path, std::int64_t owner) {
+    const std::u16string file(path);
+    SHELLEXECUTEINFOW execution{};
+    execution.cbSize = sizeof execution;
+    execution.fMask = SEE_MASK_INVOKEIDLIST | SEE_MASK_NOCLOSEPROCESS | SEE_MASK_FLAG_NO_UI;
+    execution.hwnd = reinterpret_cast<HWND>(static_cast<LONG_PTR>(owner));
+    execution.lpVerb = L"properties";
+    execution.lpFile = Wide(file);
+    execution.lpParameters = L"";
+    execution.lpDirectory = L"";
+    const BOOL started = ShellExecuteExW(&execution);
+    if (execution.hProcess != nullptr) {
+        CloseHandle(execution.hProcess);
+    }
+    return started;
+}
+
 } // namespace talvix

@@ -18,6 +18,7 @@ public:
     std::int64_t SmallIconList() override;
     ShellCopy Copy(std::u16string_view source, std::u16string_view target) override;
     void Open(std::u16string_view what, std::u16string_view workingFolder) override;
+    std::int32_t ShowProperties(std::u16string_view path, std::int64_t owner) override;
 
 private:
     struct FileClass {

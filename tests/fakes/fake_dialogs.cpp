@@ -79,6 +79,30 @@ std::unique_ptr<ProgressWindow> FakeDialogs::MakeProgress(const ProgressForm& fo
     return made;
 }
 
+std::optional<std::u16string> FakeDialogs::ChooseFile(const FileChooser& chooser) {
+    journal_.Step(u"choose file");
+    journal_.Write(u"choose file [" + chooser.title + u"] in " + chooser.folder);
+    lastChooser = chooser;
+    if (chosenFiles.empty()) {
+        return std::nullopt;
+    }
+    return TakeNext(chosenFiles, std::u16string());
+}
+
+void FakeDialogs::ShowItemForm(ItemForm& form) {
+    journal_.Step(u"item form");
+    journal_.Write(u"item form " + form.Caption());
+    itemWindow = FakeItemWindow();
+    form.Opened(itemWindow);
+    if (onItemForm) {
+        onItemForm(form);
+    }
+    if (!itemWindow.isHidden) {
+        form.Click(ItemControl::btnCancel);
+    }
+    form.Closed();
+}
+
 std::optional<std::u16string> FakeNetwork::RemoteName(std::u16string_view drive) {
     journal_.Step(u"remote name");
     const auto found = drives.find(std::u16string(drive));

@@ -50,12 +50,31 @@ public:
     ProgressEvents* events = nullptr;
 };
 
+/// Remembers what a window would show.
+class FakeItemWindow : public ItemWindow {
+public:
+    void Refresh(ItemControl) override { ++refreshes; }
+    void SetDropWidth(std::int32_t pixels) override { dropWidth = pixels; }
+    std::int32_t AverageCharWidth() override { return 6; }
+    void Hide() override { isHidden = true; }
+    int refreshes = 0;
+    std::optional<std::int32_t> dropWidth;
+    bool isHidden = false;
+};
+
 class FakeDialogs : public Dialogs {
 public:
     explicit FakeDialogs(Journal& journal) : journal_(journal) {}
     std::u16string BrowseForFolder(const FolderBrowser& browser) override;
     std::unique_ptr<ProgressWindow> MakeProgress(const ProgressForm& form) override;
+    std::optional<std::u16string> ChooseFile(const FileChooser& chooser) override;
+    void ShowItemForm(ItemForm& form) override;
     std::deque<std::u16string> chosenFolders;
+    std::deque<std::u16string> chosenFiles; ///< answers of the file dialog
+    std::optional<FileChooser> lastChooser;
+    /// What the user does in the document dialog; it is cancelled without.
+    std::function<void(ItemForm&)> onItemForm;
+    FakeItemWindow itemWindow;
     FakeProgressWindow* progress = nullptr; ///< the one made last, while it lives
 
 private:

@@ -181,6 +181,12 @@ void FakeShell::Open(std::u16string_view what, std::u16string_view workingFolder
     journal_.Write(u"open " + std::u16string(what) + u" in " + std::u16string(workingFolder));
 }
 
+std::int32_t FakeShell::ShowProperties(std::u16string_view path, std::int64_t owner) {
+    journal_.Step(u"properties");
+    journal_.Write(u"properties " + std::u16string(path) + u" over " + DecimalText(owner));
+    return files_.Query(path) ? 1 : 0;
+}
+
 std::u16string FakeSystemInfo::UniqueText() {
     journal_.Step(u"unique text");
     return DecimalText(++unique_);

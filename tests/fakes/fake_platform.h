@@ -53,6 +53,7 @@ public:
     std::int64_t SmallIconList() override;
     ShellCopy Copy(std::u16string_view source, std::u16string_view target) override;
     void Open(std::u16string_view what, std::u16string_view workingFolder) override;
+    std::int32_t ShowProperties(std::u16string_view path, std::int64_t owner) override;
     /// The answer to "replace the file?"
     bool replaces = false;
     std::int32_t copyResult = 0; ///< another number makes every copy fail

@@ -38,7 +38,7 @@ MainRig::MainRig()
       page(std::make_shared<Expando>(u"Page", &fakes.journal, true)),
       common(std::make_shared<Expando>(u"Common", &fakes.journal)),
       managing(std::make_shared<Expando>(u"Managing", &fakes.journal)),
-      main(std::make_shared<Main>(fakes.ports, fakes.trace)) {
+      main(std::make_shared<Main>(fakes.ports, fakes.trace, forms)) {
     folderProperty->With(u"Value", u"P:\\Proj");
     properties[u"Speicherort Dokumente"] = folderProperty;
     page->On(u"Controls",

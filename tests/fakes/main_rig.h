@@ -32,6 +32,7 @@ public:
     Lines LinesOf(std::initializer_list<std::u16string_view> words) const;
 
     FakePlatform fakes;
+    Forms forms{fakes.ports, fakes.trace};
     std::shared_ptr<grid::GridModel> model;
     std::shared_ptr<grid::GridObject> gridObject;
     std::shared_ptr<Expando> folderProperty;

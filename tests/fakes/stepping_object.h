@@ -18,7 +18,8 @@ public:
     }
     Value Invoke(MemberId member, unsigned access, Arguments arguments) override {
         journal_.Step(name_);
-        Value value = target_->Invoke(member, access, arguments);
+        const std::vector<Value> own = Unwrapped(arguments.values);
+        Value value = target_->Invoke(member, access, {own, arguments.names});
         const auto* object = value.If<Object>();
         return object == nullptr || *object == nullptr
                    ? value
@@ -32,6 +33,20 @@ public:
     }
 
 private:
+    /// Objects that stand behind another one of these give the object itself.
+    static std::vector<Value> Unwrapped(std::span<const Value> values) {
+        std::vector<Value> own(values.begin(), values.end());
+        for (Value& value : own) {
+            const auto* object = value.If<Object>();
+            const auto stepping =
+                object == nullptr ? nullptr : std::dynamic_pointer_cast<SteppingObject>(*object);
+            if (stepping != nullptr) {
+                value = stepping->target_;
+            }
+        }
+        return own;
+    }
+
     Object target_;
     Journal& journal_;
     std::u16string name_;

@@ -38,6 +38,7 @@ struct HostRig {
         main.Init();
     }
     FakePlatform fakes;
+    Forms forms{fakes.ports, fakes.trace};
     Late documents = NewGrid(fakes.locale);
     Late actions = NewGrid(fakes.locale);
     std::shared_ptr<Project> project = std::make_shared<Project>();
@@ -53,7 +54,7 @@ TEST(Host, CarriesTheComponentFromAttachmentToImport) {
     HostRig rig;
     rig.fakes.files.MakeFile(u"P:\\Proj\\a.doc", 5000);
     rig.fakes.files.MakeFile(u"P:\\Proj\\Sub\\b.txt", 10);
-    Main main(rig.fakes.ports, rig.fakes.trace);
+    Main main(rig.fakes.ports, rig.fakes.trace, rig.forms);
     rig.Attach(main);
     main.AddFilesFromProjectFolderEvent();
     ASSERT_EQ(rig.project->documents.size(), 2U);
@@ -76,7 +77,7 @@ TEST(Host, AStoredListComesBackAsItWas) {
                                {u"CreationDate", Date{38000.5}},
                                {u"PhysicalStore1", u"http://example.org"},
                                {u"fremd", u"bleibt weg"}}};
-    Main main(rig.fakes.ports, rig.fakes.trace);
+    Main main(rig.fakes.ports, rig.fakes.trace, rig.forms);
     rig.Attach(main);
     const std::vector<Document> read = ReadRows(rig.documents);
     ASSERT_EQ(read.size(), 1U);
@@ -88,7 +89,7 @@ TEST(Host, AStoredListComesBackAsItWas) {
 
 TEST(Host, ShowsARegisteredMessageWithItsDetail) {
     HostRig rig;
-    Main main(rig.fakes.ports, rig.fakes.trace);
+    Main main(rig.fakes.ports, rig.fakes.trace, rig.forms);
     rig.Attach(main);
     Late(rig.host.Libraries()[0]).Call(u"Log", 3500, u"(Fehlende Angaben: Projektnummer)");
     ASSERT_EQ(rig.messages.size(), 1U);
