@@ -12,6 +12,9 @@ else()
     set(talvix_manifest_arch x86)
 endif()
 
+# Dialogs and commands wait for people: they are built for size.
+target_compile_options(talvix_component PRIVATE -Os)
+
 file(GLOB win32_sources CONFIGURE_DEPENDS platform/win32/*.cpp platform/win32/com/*.cpp)
 talvix_library(talvix_win32 ${win32_sources})
 target_link_libraries(talvix_win32 PUBLIC talvix_component

@@ -42,6 +42,23 @@ class Picture:
                 if outer <= 1 < inner:
                     self.put(x, y, colour)
 
+    def palette_image(self):
+        """The same with at most 256 colours, a quarter of the size."""
+        size = self.size
+        colours = sorted({pixel for row in self.pixels for pixel in row if pixel[3] >= 128} | {(0, 0, 0, 255)})
+        row_bytes = (size + 3) // 4 * 4
+        mask_bytes = (size + 31) // 32 * 4
+        data, mask = bytearray(), bytearray()
+        for row in reversed(self.pixels):
+            data += bytes(colours.index(pixel if pixel[3] >= 128 else (0, 0, 0, 255)) for pixel in row).ljust(row_bytes, b'\0')
+            bits = bytearray(mask_bytes)
+            for x, pixel in enumerate(row):
+                if pixel[3] < 128:
+                    bits[x // 8] |= 0x80 >> (x % 8)
+            mask += bits
+        header = struct.pack('<IiiHHIIiiII', 40, size, size * 2, 1, 8, 0, 0, 0, 0, len(colours), 0)
+        return header + b''.join(bytes((b, g, r, 0)) for r, g, b, _ in colours) + bytes(data) + bytes(mask)
+
     def icon_image(self):
         size = self.size
         header = struct.pack('<IiiHHIIiiII', 40, size, size * 2, 1, 32, 0, 0, 0, 0, 0, 0)
@@ -98,12 +115,45 @@ def grid(size):
     return picture
 
 
-def save_icon(path, draw):
-    images = [draw(size) for size in (16, 20, 24, 32, 48)]
+def document(size):
+    return page(size)[0]
+
+
+def folder(size):
+    picture, unit = Picture(size), size / 16
+    at = lambda value: int(round(value * unit))
+    brown, yellow, light = (150, 110, 30, 255), (244, 200, 90, 255), (252, 224, 150, 255)
+    picture.frame(at(1), at(3), at(7), at(6), brown, yellow)
+    picture.frame(at(1), at(5), at(15), at(14), brown, yellow)
+    picture.box(at(2), at(6) + 1, at(14), at(8), light)
+    return picture
+
+
+def kind(size):
+    """A document with a globe: either may be meant."""
+    picture, at = page(size)
+    small = link(max(size // 2, 1))
+    for y in range(small.size):
+        for x in range(small.size):
+            if small.pixels[y][x][3]:
+                picture.put(size - small.size + x, size - small.size + y, small.pixels[y][x])
+    return picture
+
+
+def notes(size):
+    picture, at = page(size)
+    picture.stroke(at(14), at(5), at(8), at(12), max(2, at(1.5)), (224, 150, 40, 255))
+    picture.stroke(at(8), at(12), at(7), at(13), max(1, at(1)), (60, 60, 60, 255))
+    return picture
+
+
+def save_icon(path, draw, sizes=(16, 20, 24, 32, 48), plain=False):
+    images = [draw(size) for size in sizes]
     entries, data, offset = b'', b'', 6 + 16 * len(images)
     for image in images:
-        content = image.icon_image()
-        entries += struct.pack('<BBBBHHII', image.size, image.size, 0, 0, 1, 32, len(content), offset)
+        content = image.palette_image() if plain else image.icon_image()
+        depth = 8 if plain else 32
+        entries += struct.pack('<BBBBHHII', image.size, image.size, 0, 0, 1, depth, len(content), offset)
         data += content
         offset += len(content)
     path.write_bytes(struct.pack('<HHH', 0, 1, len(images)) + entries + data)
@@ -118,5 +168,8 @@ def save_toolbox_bitmap(path):
 
 save_icon(ROOT / 'server/missing_file.ico', missing_file)
 save_icon(ROOT / 'server/link.ico', link)
+for name, draw, sizes in (('document', document, (16, 24, 32)), ('notes', notes, (32, 48, 64)),
+                          ('folder', folder, (32, 48, 64)), ('kind', kind, (32, 48, 64))):
+    save_icon(ROOT / f'server/{name}.ico', draw, sizes, True)
 save_icon(ROOT / 'workbench/program/workbench.ico', grid)
 save_toolbox_bitmap(ROOT / 'grid/control/toolbox.bmp')

@@ -61,6 +61,11 @@ struct EventTraits {
     static Handle None() { return nullptr; }
     static void End(Handle handle) { CloseHandle(handle); }
 };
+struct LibraryTraits {
+    using Handle = HMODULE;
+    static Handle None() { return nullptr; }
+    static void End(Handle handle) { FreeLibrary(handle); }
+};
 struct IconTraits {
     using Handle = HICON;
     static Handle None() { return nullptr; }
@@ -87,6 +92,7 @@ using OwnedKey = Owned<KeyTraits>;
 using OwnedFind = Owned<FindTraits>;
 using OwnedFile = Owned<FileTraits>;
 using OwnedEvent = Owned<EventTraits>;
+using OwnedLibrary = Owned<LibraryTraits>;
 using OwnedIcon = Owned<IconTraits>;
 using OwnedFont = Owned<GdiTraits<HFONT>>;
 using OwnedBitmap = Owned<GdiTraits<HBITMAP>>;

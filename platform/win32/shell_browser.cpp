@@ -1,5 +1,6 @@
 #include "platform/win32/shell_browser.h"
 
+#include "platform/win32/ole_scope.h"
 #include "platform/win32/wide.h"
 
 #include <objbase.h>
@@ -20,22 +21,6 @@ struct HeapMemory {
 };
 using OwnedItemList = std::unique_ptr<ITEMIDLIST_ABSOLUTE, TaskMemory>;
 using OwnedBlock = std::unique_ptr<wchar_t, HeapMemory>;
-
-/// The new dialog style needs OLE on its thread.
-class OleScope {
-public:
-    OleScope() = default;
-    OleScope(const OleScope&) = delete;
-    OleScope& operator=(const OleScope&) = delete;
-    ~OleScope() {
-        if (SUCCEEDED(started_)) {
-            OleUninitialize();
-        }
-    }
-
-private:
-    HRESULT started_ = OleInitialize(nullptr);
-};
 
 OwnedBlock ZeroEnded(std::u16string_view text) {
     const std::size_t bytes = (text.size() + 1) * sizeof(char16_t);
@@ -70,7 +55,7 @@ int CALLBACK modCBSHBrowseForFolder(HWND dialog, UINT message, LPARAM, LPARAM da
 std::u16string CShellBrowser::Browse(HWND owner, UINT flags, const std::u16string& title,
                                      const std::u16string& root,
                                      std::u16string_view startFolder) const {
-    const OleScope ole;
+    const OleScope ole; // for the newer style of the dialog
     std::u16string shownName(MAX_PATH, u'\0');
     BROWSEINFOW browse{};
     browse.hwndOwner = owner;

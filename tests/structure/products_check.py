@@ -5,7 +5,7 @@ import subprocess
 import sys
 from pathlib import Path
 
-SYSTEM = {'advapi32.dll', 'comctl32.dll', 'comdlg32.dll', 'gdi32.dll', 'kernel32.dll', 'msvcrt.dll', 'ole32.dll',
+SYSTEM = {'advapi32.dll', 'comctl32.dll', 'comdlg32.dll', 'gdi32.dll', 'kernel32.dll', 'mpr.dll', 'msvcrt.dll', 'ole32.dll',
           'oleaut32.dll', 'shell32.dll', 'user32.dll'}
 FROZEN = {
     'TalvixDMS.dll': SYSTEM - {'comctl32.dll', 'comdlg32.dll'},
