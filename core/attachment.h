@@ -25,7 +25,8 @@ struct Attachment {
     Late talvixControlling{};
     Late talvixExport{};
     Grid dmsGrid{};
-    Late sgActions{}; ///< the host's grid of actions, once it was asked for
+    std::shared_ptr<PopupMenu> contextMenu{}; ///< null until the list was presented
+    Late sgActions{};                         ///< the host's grid of actions, once it was asked for
 
     bool silentImport = false;
     bool stopImport = false;

@@ -8,6 +8,7 @@
 #include "folder/project_folder_store.h"
 #include "operations/action_combo.h"
 #include "operations/enter_document.h"
+#include "ui/context_menu.h"
 #include "ui/dms_dispatcher.h"
 #include "ui/document_commands.h"
 
@@ -31,9 +32,9 @@ Main::Main(Platform& platform, Trace& trace, Forms& forms)
 Main::~Main() {
     ResumeNext next{attachment_.trace, u"Class_Terminate"};
     gridEvents_->Detach();
+    next([&] { attachment_.forms.Unload(); });
     next([&] { events_.reset(); });
     next([&] { attachment_.dmsGrid = Grid(); });
-    next([&] { attachment_.forms.Unload(); });
 }
 
 void Main::ReferenceLibraries(const Value& talvixCommon, const Value& talvixManaging,
@@ -85,6 +86,7 @@ void Main::Init() {
     }
     CheckVersion(attachment_);
     RefreshGrid(attachment_);
+    BuildContextMenu(attachment_);
 }
 
 void Main::AddDMSItem(const DocumentRecord& record, const ItemFiling& filing) {

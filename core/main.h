@@ -51,6 +51,8 @@ public:
     const std::u16string& strAddingFile() const { return attachment_.strAddingFile; }
     void SetStrAddingFile(std::u16string name) { attachment_.strAddingFile = std::move(name); }
 
+    /// Keeps `owner` alive while an event of the grid is handled.
+    void SetOwner(std::weak_ptr<void> owner) { gridEvents_->SetOwner(std::move(owner)); }
     Platform& Ports() const { return attachment_.platform; }
     /// What it is attached to, for the procedures that work on it.
     Attachment& Attached() { return attachment_; }

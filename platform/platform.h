@@ -4,6 +4,7 @@
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
+#include "platform/menus.h"
 #include "platform/messages.h"
 #include "platform/network.h"
 #include "platform/objects.h"
@@ -29,6 +30,7 @@ struct Platform {
     Messages& messages;
     Dialogs& dialogs;
     Objects& objects;
+    Menus& menus;
 };
 
 } // namespace talvix

@@ -39,6 +39,7 @@ std::shared_ptr<Composition> Composition::OfThisThread() {
 ComPtr<IUnknown> MakeMain() {
     const auto composed = std::make_shared<ComposedMain>(Composition::OfThisThread());
     const std::shared_ptr<Main> main(composed, &composed->main);
+    main->SetOwner(composed);
     return UnknownOf(std::make_shared<MainObject>(main));
 }
 

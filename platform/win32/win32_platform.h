@@ -8,6 +8,7 @@
 #include "platform/win32/network.h"
 #include "platform/win32/objects.h"
 #include "platform/win32/pictures.h"
+#include "platform/win32/popup_menu.h"
 #include "platform/win32/registry.h"
 #include "platform/win32/shell.h"
 #include "platform/win32/system.h"
@@ -28,8 +29,9 @@ struct Win32Platform {
     Win32Messages messages;
     Win32Dialogs dialogs;
     Win32Objects objects;
-    Platform ports{files,  shell,    registry, system,   clock,   locale,
-                   timers, pictures, network,  messages, dialogs, objects};
+    Win32Menus menus;
+    Platform ports{files,    shell,   registry, system,  clock,   locale, timers,
+                   pictures, network, messages, dialogs, objects, menus};
 };
 
 } // namespace talvix

@@ -135,4 +135,70 @@ Object FakeObjects::Create(std::u16string_view programId) {
     return found->second();
 }
 
+void FakePopupMenu::AddEntry(std::int32_t command, std::u16string_view text, bool enabled) {
+    journal_.Step(u"menu entry");
+    Top().entries.push_back(
+        {command, std::u16string(text), enabled, false, false, above_ == nullptr ? 0 : 1});
+}
+
+void FakePopupMenu::AddSeparator(std::int32_t command) {
+    AddEntry(command, u"-", true);
+}
+
+PopupMenu& FakePopupMenu::AddSubMenu(std::int32_t command, std::u16string_view text) {
+    AddEntry(command, text, true);
+    subMenus_.push_back(std::unique_ptr<FakePopupMenu>(new FakePopupMenu(journal_, &Top())));
+    return *subMenus_.back();
+}
+
+FakeMenuEntry* FakePopupMenu::Find(std::int32_t command) {
+    for (FakeMenuEntry& entry : Top().entries) {
+        if (entry.command == command) {
+            return &entry;
+        }
+    }
+    return nullptr;
+}
+
+void FakePopupMenu::SetChecked(std::int32_t command, bool checked) {
+    journal_.Step(u"menu check");
+    if (FakeMenuEntry* entry = Find(command)) {
+        entry->checked = checked;
+    }
+}
+
+void FakePopupMenu::SetEnabled(std::int32_t command, bool enabled) {
+    journal_.Step(u"menu enable");
+    if (FakeMenuEntry* entry = Find(command)) {
+        entry->enabled = enabled;
+    }
+}
+
+void FakePopupMenu::SetDefault(std::int32_t command) {
+    if (FakeMenuEntry* entry = Find(command)) {
+        entry->isDefault = true;
+    }
+}
+
+std::u16string FakePopupMenu::Text(std::int32_t command) {
+    journal_.Step(u"menu text");
+    const FakeMenuEntry* entry = Find(command);
+    return entry == nullptr ? std::u16string() : entry->text;
+}
+
+std::int32_t FakePopupMenu::Show(std::int64_t, std::uint32_t flags, std::int32_t x,
+                                 std::int32_t y) {
+    journal_.Step(u"menu");
+    journal_.Write(u"menu " + DecimalText(flags) + u" at " + DecimalText(x) + u" " +
+                   DecimalText(y));
+    return choice;
+}
+
+std::unique_ptr<PopupMenu> FakeMenus::MakePopup() {
+    journal_.Step(u"make menu");
+    auto made = std::make_unique<FakePopupMenu>(journal_);
+    last = made.get();
+    return made;
+}
+
 } // namespace talvix

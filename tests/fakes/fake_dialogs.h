@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/dialogs.h"
+#include "platform/menus.h"
 #include "platform/messages.h"
 #include "platform/network.h"
 #include "platform/objects.h"
@@ -91,6 +92,50 @@ public:
     std::map<std::u16string, std::u16string> drives; ///< by "X:"
     std::optional<std::u16string> computer = u"PC1";
     ShareTable shares = std::make_shared<std::vector<Share>>();
+
+private:
+    Journal& journal_;
+};
+
+struct FakeMenuEntry {
+    std::int32_t command = 0;
+    std::u16string text; ///< "-" for a line
+    bool enabled = true;
+    bool checked = false;
+    bool isDefault = false;
+    int depth = 0; ///< 1 in a sub-menu
+};
+
+/// A menu as a list of entries, those of its sub-menus behind their entry.
+class FakePopupMenu : public PopupMenu {
+public:
+    explicit FakePopupMenu(Journal& journal) : FakePopupMenu(journal, nullptr) {}
+    void AddEntry(std::int32_t command, std::u16string_view text, bool enabled) override;
+    void AddSeparator(std::int32_t command) override;
+    PopupMenu& AddSubMenu(std::int32_t command, std::u16string_view text) override;
+    void SetChecked(std::int32_t command, bool checked) override;
+    void SetEnabled(std::int32_t command, bool enabled) override;
+    void SetDefault(std::int32_t command) override;
+    std::u16string Text(std::int32_t command) override;
+    std::int32_t Show(std::int64_t owner, std::uint32_t flags, std::int32_t x,
+                      std::int32_t y) override;
+    FakeMenuEntry* Find(std::int32_t command);
+    std::vector<FakeMenuEntry> entries; ///< of the outermost menu
+    std::int32_t choice = 0;            ///< what the user chooses
+
+private:
+    FakePopupMenu(Journal& journal, FakePopupMenu* above) : journal_(journal), above_(above) {}
+    FakePopupMenu& Top() { return above_ == nullptr ? *this : *above_; }
+    Journal& journal_;
+    FakePopupMenu* above_;
+    std::vector<std::unique_ptr<FakePopupMenu>> subMenus_;
+};
+
+class FakeMenus : public Menus {
+public:
+    explicit FakeMenus(Journal& journal) : journal_(journal) {}
+    std::unique_ptr<PopupMenu> MakePopup() override;
+    FakePopupMenu* last = nullptr; ///< the one made last
 
 private:
     Journal& journal_;

@@ -153,8 +153,9 @@ struct FakePlatform {
     FakeMessages messages{journal};
     FakeDialogs dialogs{journal};
     FakeObjects objects{journal};
-    Platform ports{files,  shell,    registry, system,   clock,   locale,
-                   timers, pictures, network,  messages, dialogs, objects};
+    FakeMenus menus{journal};
+    Platform ports{files,    shell,   registry, system,  clock,   locale, timers,
+                   pictures, network, messages, dialogs, objects, menus};
 };
 
 } // namespace talvix
