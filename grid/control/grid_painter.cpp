@@ -3,6 +3,7 @@
 #include "automation/coercion.h"
 #include "platform/win32/com/com_ptr.h"
 #include "platform/win32/com/late_dispatch.h"
+#include "platform/win32/device_context.h"
 #include "platform/win32/wide.h"
 
 #include <windows.h>

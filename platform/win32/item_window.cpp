@@ -3,6 +3,7 @@
 #include "automation/failure.h"
 #include "platform/win32/com/guards.h"
 #include "platform/win32/com/module.h"
+#include "platform/win32/device_context.h"
 #include "platform/win32/dialog_template.h"
 #include "platform/win32/item_layout.h"
 #include "platform/win32/ole_scope.h"

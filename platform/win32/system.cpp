@@ -1,6 +1,7 @@
 #include "platform/win32/system.h"
 
 #include "automation/failure.h"
+#include "platform/win32/device_context.h"
 #include "platform/win32/owned.h"
 
 #include <windows.h>

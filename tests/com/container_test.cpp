@@ -1,5 +1,6 @@
 #include "automation/coercion.h"
 #include "platform/win32/com/dispatch_object.h"
+#include "platform/win32/device_context.h"
 #include "platform/win32/locale.h"
 #include "platform/win32/owned.h"
 #include "platform/win32/system.h"

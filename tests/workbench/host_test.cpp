@@ -3,6 +3,7 @@
 #include "grid/model/grid_objects.h"
 #include "tests/fakes/fake_platform.h"
 #include "workbench/host/host.h"
+#include "workbench/host/list_export.h"
 #include "workbench/host/summary.h"
 
 #include <gtest/gtest.h>
@@ -28,6 +29,9 @@ struct HostRig {
         services.listWritten = [this] { ++writes; };
         services.projectXml = [] { return std::u16string(u"<x/>"); };
         services.userName = u"Erika Muster";
+        services.exportList = [this](std::u16string_view name, std::u16string_view xml) {
+            exports.push_back(std::u16string(name) + u"|" + std::u16string(xml));
+        };
         return services;
     }
     void Attach(Main& main) const {
@@ -43,6 +47,7 @@ struct HostRig {
     Late actions = NewGrid(fakes.locale);
     std::shared_ptr<Project> project = std::make_shared<Project>();
     std::vector<std::u16string> messages;
+    std::vector<std::u16string> exports;
     std::int32_t lastStyle = 0;
     int writes = 0;
     Host host;
@@ -116,6 +121,38 @@ TEST(Host, FillsTheActionsGridAnew) {
         EXPECT_EQ(rig.actions[u"Rows"].Call(u"Count"), Value(2));
     }
     EXPECT_EQ(rig.actions(u"Rows", 2).Call(u"Text", u"description"), Value(u"Übergabe"));
+}
+
+TEST(ListExport, CsvQuotesAndDisarmsFields) {
+    const FakeCulture culture;
+    Project project;
+    project.documents = {{{u"ID", 1},
+                          {u"Subject", u"a;\"b\".doc"},
+                          {u"LongDescription", u"=cmd|' /C calc'!A0"},
+                          {u"CreationDate", Date{38000}}}};
+    const std::u16string csv = ListAsCsv(project, culture);
+    EXPECT_TRUE(csv.starts_with(u"Nr.;Name/Betreff;Größe;Typ;"));
+    EXPECT_NE(csv.find(u"\r\n1;\"a;\"\"b\"\".doc\";;;;14.01.2004;;;;'=cmd|' /C calc'!A0;;\r\n"),
+              std::u16string::npos);
+}
+
+TEST(ListExport, ThePageEscapesItsTexts) {
+    const FakeCulture culture;
+    Project project;
+    project.name = u"Neubau <A&B>";
+    project.documents = {{{u"Subject", u"<script>"}}};
+    const std::u16string page = ListAsHtml(project, culture);
+    EXPECT_NE(page.find(u"<h1>Neubau &lt;A&amp;B&gt; – Dokumente</h1>"), std::u16string::npos);
+    EXPECT_NE(page.find(u"<td>&lt;script&gt;</td>"), std::u16string::npos);
+    EXPECT_EQ(page.find(u"<script>"), std::u16string::npos);
+}
+
+TEST(Host, TheExportLibraryHandsTheListOn) {
+    HostRig rig;
+    Main main(rig.fakes.ports, rig.fakes.trace, rig.forms);
+    rig.Attach(main);
+    main.btnExportDocuments_Click();
+    EXPECT_EQ(rig.exports, std::vector<std::u16string>{u"Dokumente|<x/>"});
 }
 
 } // namespace talvix::host

@@ -50,10 +50,11 @@ Host::Host(std::shared_ptr<Project> project, HostServices services, Late documen
       actionGrid_(std::move(actionGrid)),
       item_(MakeItem()) {
     libraries_ = {MakeCommon(), MakeManaging()};
-    for (const auto* name : {u"Planning", u"Budgets", u"Controlling", u"Export"}) {
+    for (const auto* name : {u"Planning", u"Budgets", u"Controlling"}) {
         libraries_.emplace_back(
             std::make_shared<HostObject>(name, std::vector<HostObject::Member>{}));
     }
+    libraries_.emplace_back(MakeExport());
 }
 
 Object Host::MakeUserProperties() {
@@ -119,6 +120,17 @@ Object Host::MakeCommon() {
                                         {u"ReadGlobalSetting", readSetting},
                                         {u"AddMessageDescription", addMessage},
                                         {u"Log", log}});
+}
+
+Object Host::MakeExport() {
+    const auto exportItem = [this](const HostCall& call) -> Value {
+        if (services_.exportList) {
+            services_.exportList(TextIn(call.At(1)), TextIn(call.At(3)));
+        }
+        return {};
+    };
+    return std::make_shared<HostObject>(
+        u"Export", std::vector<HostObject::Member>{{u"ExportItem", exportItem}});
 }
 
 Object Host::MakeManaging() {

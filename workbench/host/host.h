@@ -15,6 +15,8 @@ struct HostServices {
         showMessage;
     std::function<void()> listWritten; ///< after the list went into the item
     std::function<std::u16string()> projectXml;
+    /// Saves the exported list; `xml` is what the component handed over.
+    std::function<void(std::u16string_view name, std::u16string_view xml)> exportList;
     std::u16string userName;
     std::u16string outlookVersion = u"11.0.0.8206";
 };
@@ -37,6 +39,7 @@ private:
     Object MakeUserProperties();
     Object MakeCommon();
     Object MakeManaging();
+    Object MakeExport();
 
     struct Message {
         std::u16string text;

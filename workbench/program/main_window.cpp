@@ -2,16 +2,18 @@
 
 #include "automation/failure.h"
 #include "automation/text.h"
+#include "platform/win32/device_context.h"
 #include "platform/win32/wide.h"
 #include "workbench/host/summary.h"
 #include "workbench/program/control_host.h"
 #include "workbench/program/file_mail.h"
 #include "workbench/program/main_menu.h"
 #include "workbench/program/project_file.h"
+#include "workbench/program/project_prompt.h"
+#include "workbench/program/save_export.h"
 
 #include <windows.h>
 #include <commctrl.h>
-#include <commdlg.h>
 
 #include <algorithm>
 #include <iterator>
@@ -39,21 +41,6 @@ HFONT MessageFont() {
     metrics.cbSize = sizeof metrics;
     SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
     return CreateFontIndirectW(&metrics.lfMessageFont);
-}
-
-std::u16string AskForFile(HWND owner, bool toSave) {
-    std::u16string path(4096, u'\0');
-    OPENFILENAMEW dialog{};
-    dialog.lStructSize = sizeof dialog;
-    dialog.hwndOwner = owner;
-    dialog.lpstrFilter = L"Talvix-Projekte (*.talvix)\0*.talvix\0Alle Dateien\0*.*\0";
-    dialog.lpstrFile = WideBuffer(path);
-    dialog.nMaxFile = static_cast<DWORD>(path.size());
-    dialog.lpstrDefExt = L"talvix";
-    dialog.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_PATHMUSTEXIST | OFN_NOCHANGEDIR |
-                   (toSave ? OFN_OVERWRITEPROMPT : OFN_FILEMUSTEXIST);
-    const BOOL chosen = toSave ? GetSaveFileNameW(&dialog) : GetOpenFileNameW(&dialog);
-    return chosen != FALSE ? path.substr(0, path.find(u'\0')) : std::u16string();
 }
 
 } // namespace
@@ -175,7 +162,11 @@ void MainWindow::Open(host::Project project, std::u16string_view path) {
         MessageBoxW(window_, Wide(std::u16string(text)), Wide(std::u16string(title)),
                     static_cast<UINT>(style));
     };
-    auto opened = std::make_unique<OpenProject>(std::move(project), show, [this] { ShowState(); });
+    const auto save = [this](std::u16string_view name, std::u16string_view xml) {
+        Attempt([&] { SaveExport(window_, project_->Project(), name, xml, locale_); });
+    };
+    auto opened = std::make_unique<OpenProject>(
+        std::move(project), show, [this] { ShowState(); }, save);
     AttachControl(opened->Grid(), documents_->RenewGridHost());
     project_ = std::move(opened);
     path_ = path;
@@ -196,14 +187,15 @@ void MainWindow::OpenFile(std::u16string_view path) {
 }
 
 void MainWindow::AskAndOpen() {
-    const std::u16string path = AskForFile(window_, false);
+    const std::u16string path = AskForProjectFile(window_, false);
     if (!path.empty()) {
         OpenFile(path);
     }
 }
 
 bool MainWindow::Save(bool askForName) {
-    const std::u16string path = askForName || path_.empty() ? AskForFile(window_, true) : path_;
+    const std::u16string path =
+        askForName || path_.empty() ? AskForProjectFile(window_, true) : path_;
     if (path.empty()) {
         return false;
     }

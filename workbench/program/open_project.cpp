@@ -35,7 +35,8 @@ ComPtr<IDispatch> CreateObject(std::u16string_view programId) {
     return object;
 }
 
-OpenProject::OpenProject(host::Project project, Show showMessage, std::function<void()> listWritten)
+OpenProject::OpenProject(host::Project project, Show showMessage, std::function<void()> listWritten,
+                         Export exportList)
     : project_(std::make_shared<host::Project>(std::move(project))),
       grid_(CreateObject(u"TalvixGrid.Grid")),
       actions_(CreateObject(u"TalvixGrid.Grid")),
@@ -45,6 +46,7 @@ OpenProject::OpenProject(host::Project project, Show showMessage, std::function<
     host::HostServices services;
     services.showMessage = std::move(showMessage);
     services.listWritten = std::move(listWritten);
+    services.exportList = std::move(exportList);
     services.projectXml = [this] { return ProjectXml(*project_); };
     services.userName = UserName();
     host_ = std::make_unique<host::Host>(project_, std::move(services), gridLate_, actionsLate_);

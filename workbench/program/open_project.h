@@ -17,7 +17,9 @@ ComPtr<IDispatch> CreateObject(std::u16string_view programId);
 class OpenProject {
 public:
     using Show = std::function<void(std::u16string_view, std::u16string_view, std::int32_t)>;
-    OpenProject(host::Project project, Show showMessage, std::function<void()> listWritten);
+    using Export = std::function<void(std::u16string_view name, std::u16string_view xml)>;
+    OpenProject(host::Project project, Show showMessage, std::function<void()> listWritten,
+                Export exportList);
     ~OpenProject();
     OpenProject(const OpenProject&) = delete;
     OpenProject& operator=(const OpenProject&) = delete;

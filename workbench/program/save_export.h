@@ -1,0 +1,18 @@
+#pragma once
+
+#include "automation/culture.h"
+#include "workbench/host/project.h"
+
+#include <windows.h>
+
+#include <string_view>
+
+namespace talvix::workbench {
+
+/// Asks for a file and writes the list into it: the XML as it is, CSV or a printable page made from
+/// the same list, as the file's extension says. Failure with a German text when it cannot be
+/// written.
+void SaveExport(HWND owner, const host::Project& project, std::u16string_view name,
+                std::u16string_view xml, const Culture& culture);
+
+} // namespace talvix::workbench
