@@ -9,8 +9,8 @@ SYSTEM = {'advapi32.dll', 'comctl32.dll', 'comdlg32.dll', 'gdi32.dll', 'kernel32
           'oleaut32.dll', 'shell32.dll', 'user32.dll'}
 FROZEN = {
     'TalvixDMS.dll': SYSTEM - {'comctl32.dll', 'comdlg32.dll'},
-    'TalvixGrid.ocx': SYSTEM - {'comdlg32.dll', 'shell32.dll'},
-    'TalvixWorkbench.exe': SYSTEM,
+    'TalvixGrid.ocx': SYSTEM - {'comdlg32.dll', 'mpr.dll', 'shell32.dll'},
+    'TalvixWorkbench.exe': SYSTEM - {'mpr.dll'},
 }
 EXPORTS = {'DllCanUnloadNow', 'DllGetClassObject', 'DllInstall', 'DllRegisterServer', 'DllUnregisterServer'}
 LARGEST = 700 * 1024
