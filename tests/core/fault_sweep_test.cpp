@@ -46,6 +46,23 @@ struct SweepRig : MainRig {
             }
         }
     }
+    /// What the user does in the document dialog before OK.
+    void Confirms(std::function<void(ItemForm&)> user) {
+        fakes.dialogs.onItemForm = [user = std::move(user)](ItemForm& form) {
+            user(form);
+            form.Click(ItemControl::btnOK);
+        };
+    }
+    /// A row of its own to work on.
+    void SelectFirst() {
+        const int steps = std::exchange(fakes.journal.failAt, 0);
+        AddRow(0, u"P:\\Proj\\a.doc");
+        Late(gridObject).Set(u"CurrentRow", 1);
+        fakes.journal.failAt = steps;
+    }
+    void Raise(std::u16string_view name, std::vector<Value> arguments) const {
+        model->events.Raise(name, arguments);
+    }
     FakeMail mail{fakes};
 };
 
@@ -115,6 +132,44 @@ const Operation kOperations[] = {
          CreateProjectFolderOnRequest(rig.main->Attached());
          rig.main->MkDirs(u"P:\\Neu\\Anders");
      }},
+    {"enter a file and a link", true,
+     [](SweepRig& rig) {
+         rig.Confirms([](ItemForm& form) {
+             form.Change(ItemControl::TextPhysicalStore1, u"C:\\Quelle\\a.doc");
+         });
+         rig.main->btnNewDocument_Click();
+         rig.Confirms([](ItemForm& form) {
+             form.Click(ItemControl::optLink);
+             form.Drop(std::nullopt, {std::nullopt, u"http://example.org"});
+         });
+         rig.main->NewDMSItem();
+     }},
+    {"change, open, remove and export", true,
+     [](SweepRig& rig) {
+         rig.SelectFirst();
+         rig.Confirms([](ItemForm& form) { form.Click(ItemControl::CommandPhysicalStore1); });
+         rig.main->btnChangeDocument_Click();
+         rig.main->OpenDocument(-1);
+         rig.main->OpenDocument(1);
+         rig.fakes.messages.answers = {kAnswerYes};
+         rig.main->btnDeleteDocument_Click();
+         rig.main->btnExportDocuments_Click();
+         rig.main->FillActionCombo(u"7");
+     }},
+    {"the grid's events and menu", true,
+     [](SweepRig& rig) {
+         rig.SelectFirst();
+         rig.Raise(u"BeforeClickSort", {1, false});
+         rig.Raise(u"BeforeGroupChange", {1, 1, 0, 0, 0, false, false});
+         rig.Raise(u"AfterGroupChange", {0, 0});
+         rig.Raise(u"KeyDown", {std::int16_t{13}, std::int16_t{0}});
+         for (const std::int32_t command : {3, 8}) {
+             if (rig.fakes.menus.last != nullptr) {
+                 rig.fakes.menus.last->choice = command;
+             }
+             rig.Raise(u"MouseUp", {std::int16_t{2}, std::int16_t{0}, 60, 60});
+         }
+     }},
     {"detach", true,
      [](SweepRig& rig) {
          rig.main->DereferenceLibraries();
@@ -181,7 +236,7 @@ TEST(FaultSweep, NoFailingCallOutsideHarmsAnything) {
             }
         }
     }
-    EXPECT_GT(faults, 2000);
+    EXPECT_GT(faults, 3000);
     RecordProperty("faults", faults);
     std::printf("%d faults\n", faults);
 }

@@ -70,10 +70,15 @@ bool MainWindow::Start(const CommandLine& line) {
     RegisterClassExW(&own);
     const ScreenDc screen;
     dpi_ = GetDeviceCaps(screen.Get(), LOGPIXELSX);
-    window_ =
-        CreateWindowExW(0, kWindowClass, Wide(kProgram), WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
-                        CW_USEDEFAULT, CW_USEDEFAULT, MulDiv(1010, dpi_, kUnits),
-                        MulDiv(640, dpi_, kUnits), nullptr, nullptr, own.hInstance, this);
+    RECT area{};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+    const int width =
+        std::min(MulDiv(1010, dpi_, kUnits), static_cast<int>(area.right - area.left));
+    const int height =
+        std::min(MulDiv(640, dpi_, kUnits), static_cast<int>(area.bottom - area.top));
+    window_ = CreateWindowExW(0, kWindowClass, Wide(kProgram),
+                              WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
+                              width, height, nullptr, nullptr, own.hInstance, this);
     accelerators_.Reset(MakeMainMenu(window_));
     MakeControls();
     ShowWindow(window_, SW_SHOWDEFAULT);
