@@ -79,6 +79,7 @@ void FillActionCombo(Attachment& attachment, std::u16string_view selectedId) {
     if (selectedId.empty() || selectedId == kNoAction) {
         dialog.SetText(ItemControl::ActionCombo, kNone);
     }
+    dialog.ShowActions();
 }
 
 std::u16string ActionNumberIn(std::u16string_view entry) {

@@ -44,6 +44,8 @@ public:
     virtual ~ItemWindow() = default;
     /// Shows a control's state anew.
     virtual void Refresh(ItemControl control) = 0;
+    /// Shows the list of actions anew.
+    virtual void RefreshActions() = 0;
     /// Width of the drop-down list in pixels; the list is never narrower than its control.
     virtual void SetDropWidth(std::int32_t pixels) = 0;
     /// Average width in pixels of the letters of the system's variable font.

@@ -79,6 +79,13 @@ void ItemDialog::ClearActions() {
     SetText(Control::ActionCombo, u"");
 }
 
+void ItemDialog::ShowActions() {
+    if (window_ != nullptr) {
+        window_->RefreshActions();
+        window_->Refresh(Control::ActionCombo);
+    }
+}
+
 void ItemDialog::PrepareNew() {
     ResumeNext next{trace_, u"ShowDialog"};
     caption_ = u"Neues Dokument";
@@ -118,6 +125,9 @@ void ItemDialog::PrepareChange() {
 
 void ItemDialog::ShowDialog(bool isNew) {
     ResumeNext next{trace_, u"ShowDialog"};
+    if (isShown_) {
+        return;
+    }
     cancelled_ = true;
     if (isNew) {
         PrepareNew();

@@ -14,7 +14,7 @@ public:
     ItemDialog(Platform& platform, Trace& trace);
 
     /// Shows the dialog, empty for a new document or as the caller has filled it, until the user
-    /// ends it.
+    /// ends it. Nothing while it is shown already.
     void ShowDialog(bool isNew);
     bool Cancelled() const { return cancelled_; }
     bool IsShown() const { return isShown_; }
@@ -28,6 +28,8 @@ public:
     void ClearOptions();
     void ClearActions();
     void AddAction(std::u16string text) { actions_.push_back(std::move(text)); }
+    /// To be called after the last action was added: a dialog that is open shows them.
+    void ShowActions();
 
     const std::u16string& Caption() const override { return caption_; }
     const ItemControlState& State(ItemControl control) const override;

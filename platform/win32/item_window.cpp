@@ -84,7 +84,7 @@ void Win32ItemWindow::Initialize() {
     font_.Reset(FontOf(dpi_, FW_NORMAL));
     boldFont_.Reset(FontOf(dpi_, FW_BOLD));
     MakeParts();
-    FillActions();
+    RefreshActions();
     form_.Opened(*this);
     for (std::size_t control = 0; control < kItemControls; ++control) {
         Refresh(static_cast<ItemControl>(control));
@@ -115,8 +115,9 @@ void Win32ItemWindow::MakeParts() {
     SendMessageW(At(ItemControl::TextPhysicalStore1), EM_SETLIMITTEXT, 0, 0);
 }
 
-void Win32ItemWindow::FillActions() {
+void Win32ItemWindow::RefreshActions() {
     HWND combo = At(ItemControl::ActionCombo);
+    SendMessageW(combo, CB_RESETCONTENT, 0, 0);
     const std::vector<std::u16string>& actions = form_.Actions();
     SendMessageW(combo, WM_SETREDRAW, FALSE, 0);
     SendMessageW(combo, CB_INITSTORAGE, actions.size(), static_cast<LPARAM>(actions.size()) * 100);
@@ -173,6 +174,20 @@ void Win32ItemWindow::Refresh(ItemControl control) {
     isShowing_ = before;
 }
 
+std::u16string Win32ItemWindow::ChosenAction() const {
+    HWND combo = At(ItemControl::ActionCombo);
+    const LRESULT chosen = SendMessageW(combo, CB_GETCURSEL, 0, 0);
+    const LRESULT length = SendMessageW(combo, CB_GETLBTEXTLEN, static_cast<WPARAM>(chosen), 0);
+    if (chosen < 0 || length <= 0) {
+        return {};
+    }
+    std::u16string text(static_cast<std::size_t>(length) + 1, u'\0');
+    SendMessageW(combo, CB_GETLBTEXT, static_cast<WPARAM>(chosen),
+                 reinterpret_cast<LPARAM>(WideBuffer(text)));
+    text.resize(static_cast<std::size_t>(length));
+    return text;
+}
+
 void Win32ItemWindow::SetDropWidth(std::int32_t pixels) {
     SendMessageW(At(ItemControl::ActionCombo), CB_SETDROPPEDWIDTH,
                  static_cast<WPARAM>(std::max(pixels, 0)), 0);
@@ -199,9 +214,7 @@ void Win32ItemWindow::OnCommand(int id, int notification) {
         if (isEntry && notification == EN_CHANGE) {
             form_.Change(control, TextOfWindow(At(control)));
         } else if (control == ItemControl::ActionCombo && notification == CBN_SELCHANGE) {
-            const LRESULT chosen = SendMessageW(At(control), CB_GETCURSEL, 0, 0);
-            form_.Change(control, chosen < 0 ? std::u16string()
-                                             : form_.Actions()[static_cast<std::size_t>(chosen)]);
+            form_.Change(control, ChosenAction());
         } else if (!isEntry && control != ItemControl::ActionCombo && notification == BN_CLICKED) {
             form_.Click(control);
         }

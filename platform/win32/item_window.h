@@ -23,6 +23,7 @@ public:
     void ShowModal();
 
     void Refresh(ItemControl control) override;
+    void RefreshActions() override;
     void SetDropWidth(std::int32_t pixels) override;
     std::int32_t AverageCharWidth() override;
     void Hide() override;
@@ -35,7 +36,8 @@ private:
     INT_PTR Handle(UINT message, WPARAM wParam);
     void Initialize();
     void MakeParts();
-    void FillActions();
+    /// What is chosen in the list of actions.
+    std::u16string ChosenAction() const;
     void RegisterDrops();
     void OnCommand(int id, int notification);
     HWND At(ItemControl control) const { return GetDlgItem(dialog_, IdOf(control)); }

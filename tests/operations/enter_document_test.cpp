@@ -292,4 +292,22 @@ TEST(DocumentDialog, EndingTheComponentUnloadsItButNeverWhileItIsShown) {
     EXPECT_EQ(rig.Dialog().Text(Control::TextStatus), u"") << "made anew";
 }
 
+TEST(DocumentDialog, IsNotShownASecondTimeAndTakesActionsWhileItIsOpen) {
+    ChangeRig rig;
+    rig.Select(1, {1});
+    int shown = 0;
+    rig.User([&](ItemForm& form) {
+        ++shown;
+        rig.main->NewDMSItem(); // as a host's timer might
+        EXPECT_EQ(form.State(Control::TextPhysicalStore1).text, u"C:\\Plan.doc");
+        rig.main->FillActionCombo(u"8");
+        EXPECT_GT(rig.fakes.dialogs.itemWindow.actionRefreshes, 0);
+        Confirm(form, u"C:\\Plan.doc");
+    });
+    rig.main->btnChangeDocument_Click();
+    EXPECT_EQ(shown, 1);
+    EXPECT_EQ(rig.Cell(1, u"PhysicalStore3"), Value(u"8"));
+    EXPECT_EQ(rig.RowCount(), 3);
+}
+
 } // namespace talvix

@@ -134,6 +134,13 @@ void File(OpenProject& project, const Object& item, std::u16string_view subject,
                             item, choice.operation, choice.writeList, choice.subfolder);
 }
 
+std::u16string Described(const host::Mail& mail) {
+    const std::size_t count = mail.attachments.size();
+    return mail.subject + u" (" +
+           (count == 0 ? std::u16string(u"ohne") : DecimalText(static_cast<long long>(count))) +
+           (count == 1 ? u" Anlage)" : u" Anlagen)");
+}
+
 Late SelectedInOutlook() {
     CLSID id{};
     ComPtr<IUnknown> running;
@@ -159,11 +166,8 @@ void FileMailFromDisk(HWND owner, OpenProject& project, const Culture& culture) 
     }
     MailChoice choice;
     const std::u16string what =
-        mails.size() == 1
-            ? mails.front().subject + u" (" +
-                  DecimalText(static_cast<long long>(mails.front().attachments.size())) +
-                  u" Anlagen)"
-            : DecimalText(static_cast<long long>(mails.size())) + u" E-Mails";
+        mails.size() == 1 ? Described(mails.front())
+                          : DecimalText(static_cast<long long>(mails.size())) + u" E-Mails";
     if (mails.empty() || !AskHow(owner, what, choice)) {
         return;
     }

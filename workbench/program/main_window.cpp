@@ -43,6 +43,14 @@ HFONT MessageFont() {
     return CreateFontIndirectW(&metrics.lfMessageFont);
 }
 
+/// As large as is pleasant, but never larger than the screen.
+SIZE FirstSize(int dpi) {
+    RECT area{};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+    return {std::min<LONG>(MulDiv(1010, dpi, kUnits), area.right - area.left),
+            std::min<LONG>(MulDiv(640, dpi, kUnits), area.bottom - area.top)};
+}
+
 } // namespace
 
 template <typename Work>
@@ -70,12 +78,7 @@ bool MainWindow::Start(const CommandLine& line) {
     RegisterClassExW(&own);
     const ScreenDc screen;
     dpi_ = GetDeviceCaps(screen.Get(), LOGPIXELSX);
-    RECT area{};
-    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
-    const int width =
-        std::min(MulDiv(1010, dpi_, kUnits), static_cast<int>(area.right - area.left));
-    const int height =
-        std::min(MulDiv(640, dpi_, kUnits), static_cast<int>(area.bottom - area.top));
+    const SIZE size = FirstSize(dpi_);
     window_ = CreateWindowExW(0, kWindowClass, Wide(kProgram),
                               WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
                               width, height, nullptr, nullptr, own.hInstance, this);
