@@ -81,7 +81,7 @@ bool MainWindow::Start(const CommandLine& line) {
     const SIZE size = FirstSize(dpi_);
     window_ = CreateWindowExW(0, kWindowClass, Wide(kProgram),
                               WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
-                              width, height, nullptr, nullptr, own.hInstance, this);
+                              size.cx, size.cy, nullptr, nullptr, own.hInstance, this);
     accelerators_.Reset(MakeMainMenu(window_));
     MakeControls();
     ShowWindow(window_, SW_SHOWDEFAULT);
