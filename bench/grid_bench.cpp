@@ -2,9 +2,13 @@
 // vector of texts, and the system's list view. All three hold the same texts afterwards.
 #include "automation/text.h"
 #include "bench/bench.h"
+#include "core/main.h"
 #include "platform/win32/com/bstr.h"
+#include "platform/win32/com/dispatch_object.h"
 #include "platform/win32/com/variant.h"
+#include "platform/win32/trace.h"
 #include "platform/win32/wide.h"
+#include "platform/win32/win32_platform.h"
 
 #include <windows.h>
 #include <commctrl.h>
@@ -190,12 +194,62 @@ void ReportMemory(const std::string& what, const Texts& texts) {
     std::printf("%s: %zu bytes per row\n", what.c_str(), (ResidentBytes() - before) / kRows);
 }
 
+/// Everything is confirmed.
+class YesMessages : public Messages {
+public:
+    std::int32_t Show(std::u16string_view, std::int32_t, std::u16string_view) override {
+        return kAnswerYes;
+    }
+};
+
+/// A tenth of the rows, every tenth one, removed by the component's own command.
+double RemoveByComponent(const Texts& texts) {
+    const ComPtr<IDispatch> grid = FillGrid(texts);
+    const Late late(WrapDispatch(grid.Get()));
+    for (int row = 1; row <= kRows; row += 10) {
+        late[u"Selection"].Call(u"Add", row, row);
+    }
+    late.Set(u"CurrentRow", 1);
+    Win32Platform platform;
+    YesMessages messages;
+    Platform& own = platform.ports;
+    Platform ports{own.files,   own.shell,   own.registry, own.system,  own.clock,
+                   own.locale,  own.timers,  own.pictures, own.network, messages,
+                   own.dialogs, own.objects, own.menus};
+    Win32Trace trace(platform.registry);
+    Forms forms(ports, trace);
+    Main main(ports, trace, forms);
+    main.Attached().dmsGrid = Grid(late);
+    return Timed([&] {
+        main.DeleteDMSItem();
+        return 0;
+    });
+}
+
+double RemoveFromListView(const Texts& texts) {
+    HWND list = FillListView(texts);
+    const double time = Timed([&] {
+        for (int row = kRows - 10; row >= 0; row -= 10) {
+            SendMessageW(list, LVM_DELETEITEM, static_cast<WPARAM>(row), 0);
+        }
+        return 0;
+    });
+    DestroyWindow(list);
+    return time;
+}
+
 } // namespace
 
 int GridBench(const std::string& what) {
     const Texts texts;
     if (what.starts_with("memory")) {
         ReportMemory(what, texts);
+        return 0;
+    }
+    if (what == "remove") {
+        Compare(
+            "remove 10,000 of 100,000 documents / list view",
+            [&] { return RemoveByComponent(texts); }, [&] { return RemoveFromListView(texts); }, 3);
         return 0;
     }
     const auto grid = [&] { return Timed([&] { return FillGrid(texts); }); };

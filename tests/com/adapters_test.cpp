@@ -187,4 +187,10 @@ TEST(Win32Objects, CreatesRegisteredClassesAndRefusesOthers) {
     EXPECT_THROW(objects.Create(u""), Failure);
 }
 
+TEST(Win32Shell, PropertiesOfWhatIsNoPathAreAnsweredWithNothing) {
+    Win32Shell shell;
+    EXPECT_EQ(shell.ShowProperties(u"http://example.org", 0), 0);
+    EXPECT_EQ(shell.ShowProperties(u"C:\\gibtsnicht\\a.doc", 0), 0);
+}
+
 } // namespace talvix
