@@ -314,4 +314,118 @@ TEST(CPopupMenu, KeepsEntriesByTheirCommands) {
     menu.SetChecked(99, true);
 }
 
+namespace {
+
+/// Drops onto a window of an open dialog, through the target that it has registered.
+void DropOn(HWND window, const std::function<void(TestData&)>& fill) {
+    auto* target = static_cast<IDropTarget*>(GetPropW(window, L"OleDropTargetInterface"));
+    ASSERT_NE(target, nullptr);
+    auto* data = new TestData();
+    fill(*data);
+    DWORD effect = DROPEFFECT_COPY;
+    EXPECT_EQ(target->Drop(data, 0, {}, &effect), S_OK);
+    data->Release();
+}
+
+} // namespace
+
+TEST(ComponentDocuments, WhatIsDroppedOnTheDialogGoesWhereItBelongs) {
+    using namespace std::string_view_literals;
+    DocumentRig rig;
+    const std::u16string file = rig.elsewhere.Make(u"Größe.txt", 5);
+    rig.answers.Answer(kNew, [&](HWND dialog) {
+        HWND path = Part(dialog, ItemControl::TextPhysicalStore1);
+        HWND status = Part(dialog, ItemControl::TextStatus);
+        HWND notes = Part(dialog, ItemControl::TextLongDescription);
+        DropOn(dialog,
+               [](TestData& data) { data.Put(CF_UNICODETEXT, Bytes(u"https://example.org\0"sv)); });
+        EXPECT_EQ(DialogAnswers::TextOfWindow(path), u"https://example.org");
+        EXPECT_EQ(SendMessageW(Part(dialog, ItemControl::optLink), BM_GETCHECK, 0, 0), BST_CHECKED);
+        DropOn(notes, [](TestData& data) { data.Put(CF_UNICODETEXT, Bytes(u"Notiz\0"sv)); });
+        EXPECT_EQ(DialogAnswers::TextOfWindow(notes), u"Notiz");
+        DropOn(status, [&](TestData& data) {
+            data.Put(CF_HDROP, FileList(Bytes(file + u'\0' + u'\0'), true));
+        });
+        EXPECT_EQ(DialogAnswers::TextOfWindow(status), u"");
+        EXPECT_EQ(DialogAnswers::TextOfWindow(path), file);
+        EXPECT_EQ(SendMessageW(Part(dialog, ItemControl::optFile), BM_GETCHECK, 0, 0), BST_CHECKED);
+        PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+    });
+    rig.main.Call(u"btnNewDocument_Click");
+    ASSERT_EQ(rig.Rows(), 1);
+    EXPECT_EQ(rig.Cell(1, u"Subject"), u"Größe.txt");
+    EXPECT_EQ(rig.Cell(1, u"LongDescription"), u"Notiz");
+}
+
+TEST(ComponentDocuments, TheBrowseButtonOpensTheRealFileDialog) {
+    DocumentRig rig;
+    const std::u16string file = rig.elsewhere.Make(u"Größe.txt", 5);
+    rig.answers.Answer(kNew, [&](HWND dialog) {
+        PostMessageW(Part(dialog, ItemControl::CommandPhysicalStore1), BM_CLICK, 0, 0);
+        HWND chooser = nullptr;
+        for (int wait = 0; wait < 400 && chooser == nullptr; ++wait) {
+            Sleep(10);
+            chooser = FindWindowW(L"#32770", L"Wählen Sie ein Dokument aus...");
+        }
+        ASSERT_NE(chooser, nullptr);
+        Sleep(500); // it fills itself
+        constexpr int kNameField = 1148;
+        SendMessageW(GetDlgItem(chooser, kNameField), WM_SETTEXT, 0,
+                     reinterpret_cast<LPARAM>(Wide(file)));
+        PostMessageW(chooser, WM_COMMAND, IDOK, 0);
+        HWND path = Part(dialog, ItemControl::TextPhysicalStore1);
+        for (int wait = 0; wait < 400 && DialogAnswers::TextOfWindow(path).empty(); ++wait) {
+            Sleep(10);
+        }
+        EXPECT_EQ(DialogAnswers::TextOfWindow(path), file);
+        PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+    });
+    rig.main.Call(u"btnNewDocument_Click");
+    EXPECT_EQ(rig.Rows(), 1);
+    wchar_t folder[512]{};
+    DWORD bytes = sizeof folder;
+    EXPECT_EQ(RegGetValueW(HKEY_CURRENT_USER, L"Software\\Talvix\\DMS",
+                           L"DMS Default File Directory", RRF_RT_REG_SZ, nullptr, folder, &bytes),
+              ERROR_SUCCESS);
+    EXPECT_EQ(TextOf(folder), rig.elsewhere.Path());
+}
+
+TEST(ComponentDocuments, TenThousandActionsAreOffered) {
+    DocumentRig rig;
+    const Late actions = CreateByName(u"TalvixGrid.Grid");
+    for (const auto* key : {u"id", u"startdate", u"description"}) {
+        actions[u"Columns"].Call(u"Add", key);
+    }
+    for (int number = 1; number <= 10000; ++number) {
+        Late row = actions[u"Rows"][u"Add"];
+        row.SetAt(u"Value", u"id", number);
+        row.SetAt(u"Value", u"startdate", Date{38000});
+        row.SetAt(u"Value", u"description", u"Begehung");
+    }
+    std::map<std::u16string, Value> controls{{u"sgActions", actions.Get()}};
+    const auto support = std::make_shared<Expando>(u"Page");
+    support->On(u"Controls", ByName(controls));
+    rig.pages[u"Betreuung"] = support;
+    LRESULT entries = 0;
+    std::u16string last;
+    rig.answers.Answer(kNew, [&](HWND dialog) {
+        HWND combo = Part(dialog, ItemControl::ActionCombo);
+        entries = SendMessageW(combo, CB_GETCOUNT, 0, 0);
+        SendMessageW(combo, CB_SETCURSEL, 10000, 0);
+        SendMessageW(dialog, WM_COMMAND,
+                     MAKEWPARAM(Win32ItemWindow::IdOf(ItemControl::ActionCombo), CBN_SELCHANGE),
+                     reinterpret_cast<LPARAM>(combo));
+        last = DialogAnswers::TextOfWindow(combo);
+        Enter(dialog, ItemControl::TextPhysicalStore1, rig.elsewhere.Make(u"a.txt", 1));
+        PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+    });
+    const DWORD start = GetTickCount();
+    rig.main.Call(u"NewDMSItem");
+    RecordProperty("milliseconds", static_cast<int>(GetTickCount() - start));
+    std::printf("%lu ms from the call to the row\n", GetTickCount() - start);
+    EXPECT_EQ(entries, 10001);
+    EXPECT_TRUE(last.starts_with(u"Nr. 10000 ("));
+    EXPECT_EQ(rig.Cell(1, u"PhysicalStore3"), u"10000");
+}
+
 } // namespace talvix
