@@ -60,8 +60,9 @@ void CenterOverOwner(HWND dialog) {
     HWND owner = GetWindow(dialog, GW_OWNER);
     RECT own{};
     RECT over{};
-    if (owner == nullptr || GetWindowRect(dialog, &own) == FALSE ||
-        GetWindowRect(owner, &over) == FALSE) {
+    const BOOL known = owner != nullptr ? GetWindowRect(owner, &over)
+                                        : SystemParametersInfoW(SPI_GETWORKAREA, 0, &over, 0);
+    if (known == FALSE || GetWindowRect(dialog, &own) == FALSE) {
         return;
     }
     const int left = static_cast<int>(over.left + over.right - (own.right - own.left)) / 2;

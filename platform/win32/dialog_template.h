@@ -37,7 +37,7 @@ private:
     std::vector<WORD> words_;
 };
 
-/// Moves a dialog into the middle of its owner, where it has one.
+/// Moves a dialog into the middle of its owner, or of the screen where it has none.
 void CenterOverOwner(HWND dialog);
 
 } // namespace talvix

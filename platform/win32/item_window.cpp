@@ -8,6 +8,7 @@
 #include "platform/win32/item_layout.h"
 #include "platform/win32/ole_scope.h"
 #include "platform/win32/thread_windows.h"
+#include "platform/win32/visual_styles.h"
 #include "platform/win32/wide.h"
 
 #include <algorithm>
@@ -59,6 +60,7 @@ int Win32ItemWindow::Pixels(int twips) const {
 
 void Win32ItemWindow::ShowModal() {
     const OleScope ole;
+    const VisualStyles styles;
     const HWND owner = OwnerForModal();
     const ThreadWindowsDisabled others(owner);
     const DialogTemplate description(kStyle, {0, 0, 10, 10}, form_.Caption());

@@ -5,6 +5,7 @@
 #include "platform/win32/com/module.h"
 #include "platform/win32/dialog_template.h"
 #include "platform/win32/thread_windows.h"
+#include "platform/win32/visual_styles.h"
 #include "platform/win32/wide.h"
 
 namespace talvix {
@@ -63,6 +64,7 @@ bool Win32ProgressWindow::IsVisible() const {
 }
 
 void Win32ProgressWindow::ShowModal(ProgressEvents& events) {
+    const VisualStyles styles;
     const HWND owner = OwnerForModal();
     const ThreadWindowsDisabled others(owner);
     const DialogTemplate description = Template(form_);
