@@ -40,6 +40,8 @@ public:
     virtual void Remove(std::u16string_view path) = 0;
     /// The folder for temporary files, without a closing "\\".
     virtual std::u16string TemporaryFolder() = 0;
+    /// The process's current folder.
+    virtual std::u16string CurrentFolder() = 0;
 };
 
 } // namespace talvix

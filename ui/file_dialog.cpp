@@ -26,8 +26,8 @@ std::vector<std::u16string> SplitAtNul(const std::u16string& text) {
 
 } // namespace
 
-FileDialog::FileDialog(Dialogs& dialogs, Messages& messages, std::u16string currentFolder)
-    : DefaultDir(std::move(currentFolder)), dialogs_(dialogs), messages_(messages) {}
+FileDialog::FileDialog(Platform& platform)
+    : DefaultDir(platform.files.CurrentFolder()), platform_(platform) {}
 
 void FileDialog::SetFilter(std::size_t number, std::u16string_view text,
                            std::u16string_view suffix) {
@@ -63,8 +63,8 @@ void FileDialog::CheckFlags(std::u16string_view intention) {
     } else if (intention == u"Save") {
         Flags = kSaveFlags;
     } else {
-        messages_.Show(u"Unbekannte Intention: " + std::u16string(intention), kCritical,
-                       u"CheckFlags");
+        platform_.messages.Show(u"Unbekannte Intention: " + std::u16string(intention), kCritical,
+                                u"CheckFlags");
     }
 }
 
@@ -77,7 +77,7 @@ void FileDialog::ShowSave() {
 }
 
 void FileDialog::ShowFolder() {
-    fileName_ = dialogs_.BrowseForFolder({kFolderFlags, DialogTitle, u"", DefaultDir});
+    fileName_ = platform_.dialogs.BrowseForFolder({kFolderFlags, DialogTitle, u"", DefaultDir});
     fileCount_ = fileName_.empty() ? 0 : 1;
     files_.clear();
     nextFile_ = 0;
@@ -102,7 +102,7 @@ void FileDialog::Show(std::u16string_view intention, std::u16string_view builtIn
     fileCount_ = 0;
     files_.clear();
     nextFile_ = 0;
-    const auto answer = dialogs_.ChooseFile(chooser);
+    const auto answer = platform_.dialogs.ChooseFile(chooser);
     if (answer) {
         Take(*answer);
     }

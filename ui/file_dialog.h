@@ -1,7 +1,6 @@
 #pragma once
 
-#include "platform/dialogs.h"
-#include "platform/messages.h"
+#include "platform/platform.h"
 
 #include <array>
 #include <string>
@@ -13,8 +12,8 @@ namespace talvix {
 /// Chooses files with the system's dialogs for opening and saving.
 class FileDialog {
 public:
-    /// `currentFolder` is where the dialog begins unless another folder is set.
-    FileDialog(Dialogs& dialogs, Messages& messages, std::u16string currentFolder = {});
+    /// It begins in the process's current folder unless another one is set.
+    explicit FileDialog(Platform& platform);
 
     std::int64_t hWnd = 0; ///< the owner's handle
     std::u16string DefaultDir;
@@ -54,8 +53,7 @@ private:
     void Show(std::u16string_view intention, std::u16string_view builtInTitle);
     void Take(const std::u16string& answer);
 
-    Dialogs& dialogs_;
-    Messages& messages_;
+    Platform& platform_;
     std::array<Pair, 5> pairs_;
     std::u16string fileName_;
     std::int16_t fileCount_ = 0;

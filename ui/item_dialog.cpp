@@ -249,7 +249,7 @@ void ItemDialog::Browse() {
     if (Option(Control::optFile) == 0) {
         return;
     }
-    FileDialog dialog(platform_.dialogs, platform_.messages);
+    FileDialog dialog(platform_);
     dialog.DefaultDir = folder;
     dialog.DialogTitle = u"Wählen Sie ein Dokument aus...";
     dialog.SetFilter(1, u"Alle Dateien", u"*.*");

@@ -117,4 +117,10 @@ std::u16string Win32Files::TemporaryFolder() {
     return path;
 }
 
+std::u16string Win32Files::CurrentFolder() {
+    std::u16string path(GetCurrentDirectoryW(0, nullptr), u'\0');
+    path.resize(GetCurrentDirectoryW(static_cast<DWORD>(path.size()), WideBuffer(path)));
+    return path;
+}
+
 } // namespace talvix

@@ -12,6 +12,7 @@ public:
     Renamed Rename(std::u16string_view from, std::u16string_view to) override;
     void Remove(std::u16string_view path) override;
     std::u16string TemporaryFolder() override;
+    std::u16string CurrentFolder() override;
 };
 
 /// The path in the form that Windows takes beyond 260 characters, where it is that long and

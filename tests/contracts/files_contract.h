@@ -98,6 +98,7 @@ TYPED_TEST_P(FilesContract, TheTemporaryFolderHasNoClosingBackslash) {
     const std::u16string folder = this->rig.Port().TemporaryFolder();
     EXPECT_FALSE(folder.empty());
     EXPECT_NE(folder.back(), u'\\');
+    EXPECT_FALSE(this->rig.Port().CurrentFolder().empty());
 }
 
 REGISTER_TYPED_TEST_SUITE_P(FilesContract, QueryTellsExistenceKindAndLength,

@@ -25,6 +25,7 @@ public:
     Renamed Rename(std::u16string_view from, std::u16string_view to) override;
     void Remove(std::u16string_view path) override;
     std::u16string TemporaryFolder() override;
+    std::u16string CurrentFolder() override { return u"C:\\Start"; }
     /// What the shell's copy does; false when the target cannot be written.
     bool CopyFile(std::u16string_view source, std::u16string_view target);
     std::set<std::u16string> silentRoots; ///< upper-case network roots that do not answer

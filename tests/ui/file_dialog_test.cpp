@@ -11,7 +11,7 @@ namespace {
 
 struct FileRig {
     FakePlatform fakes;
-    FileDialog dialog{fakes.dialogs, fakes.messages, u"C:\\Start"};
+    FileDialog dialog{fakes.ports};
 };
 
 } // namespace
