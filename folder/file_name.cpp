@@ -9,7 +9,6 @@ namespace talvix {
 
 namespace {
 
-constexpr std::u16string_view kNotInNames = u"/\\*?|><:\"";
 constexpr std::u16string_view kDevices[] = {u"CON",    u"PRN",     u"AUX",   u"NUL",
                                             u"CONIN$", u"CONOUT$", u"CLOCK$"};
 /// Followed by one digit; the superscript digits count too.
@@ -31,7 +30,7 @@ bool IsDevice(std::u16string_view name) {
 
 bool IsPlainFileName(std::u16string_view name) {
     const bool isLegal = std::all_of(name.begin(), name.end(), [](char16_t each) {
-        return each >= u' ' && kNotInNames.find(each) == std::u16string_view::npos;
+        return each >= u' ' && kNotInFileNames.find(each) == std::u16string_view::npos;
     });
     // The system drops dots and blanks at the end: of "." and ".. ." nothing would be left.
     return isLegal && name.find_first_not_of(u". ") != std::u16string_view::npos && !IsDevice(name);

@@ -5,13 +5,12 @@
 #include "automation/text.h"
 #include "common/general.h"
 #include "common/mod_message_handling.h"
+#include "folder/file_name.h"
 #include "folder/unc_conversion.h"
 
 namespace talvix {
 
 namespace {
-
-constexpr std::u16string_view kNotInNames = u"/\\*?|><:\"";
 
 /// A placeholder of the naming rule and where its text comes from.
 struct Placeholder {
@@ -35,7 +34,7 @@ const Placeholder kPlaceholders[] = {
 
 std::u16string CleanFileNameText(std::u16string_view text, std::u16string_view replacement) {
     std::u16string cleaned(text);
-    for (const char16_t& each : kNotInNames) {
+    for (const char16_t& each : kNotInFileNames) {
         cleaned = Replace(cleaned, std::u16string_view(&each, 1), replacement);
     }
     return cleaned;

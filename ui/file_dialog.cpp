@@ -1,6 +1,7 @@
 #include "ui/file_dialog.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace talvix {
 
@@ -86,17 +87,16 @@ void FileDialog::ShowFolder() {
 void FileDialog::Show(std::u16string_view intention, std::u16string_view builtInTitle) {
     FileChooser chooser;
     chooser.filter = FilterText();
+    // What is chosen for one showing is not the caller's choice for the next one.
+    const std::uint32_t given = Flags;
     CheckFlags(intention);
-    if (DialogTitle.empty()) {
-        DialogTitle = builtInTitle;
-    }
+    chooser.flags = given == 0 ? std::exchange(Flags, 0) : Flags;
     chooser.owner = hWnd;
     chooser.toSave = intention == u"Save";
     chooser.fileName = DefaultFileName;
     chooser.bufferLength = kBufferLength;
     chooser.folder = DefaultDir;
-    chooser.title = DialogTitle;
-    chooser.flags = Flags;
+    chooser.title = DialogTitle.empty() ? std::u16string(builtInTitle) : DialogTitle;
     chooser.defaultExtension = DefaultExt;
     fileName_.clear();
     fileCount_ = 0;

@@ -10,6 +10,8 @@
 
 #include <shlobj.h>
 
+#include <atomic>
+
 namespace talvix {
 
 namespace {
@@ -83,9 +85,11 @@ TEST(ComponentDocuments, ABlankPathIsToldAndTheDialogStays) {
         PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
     });
     rig.answers.Answer(u"Eingabe erforderlich", IDOK);
-    std::thread message([] {
+    std::atomic<bool> isTold = false;
+    std::thread message([&] {
         for (int wait = 0; wait < 100; ++wait) {
             if (HWND box = FindWindowW(L"#32770", L"Eingabe erforderlich")) {
+                isTold = true;
                 PostMessageW(box, WM_COMMAND, IDOK, 0);
                 return;
             }
@@ -94,6 +98,10 @@ TEST(ComponentDocuments, ABlankPathIsToldAndTheDialogStays) {
     });
     rig.main.Call(u"btnNewDocument_Click");
     message.join();
+    EXPECT_TRUE(isTold);
+    for (const std::u16string& seen : rig.answers.Seen()) {
+        EXPECT_FALSE(seen.starts_with(u"Dateifehler"));
+    }
     EXPECT_EQ(rig.Rows(), 0);
     EXPECT_EQ(rig.Writes(), 0U);
 }

@@ -122,4 +122,13 @@ TEST(FileDialog, ShowFolderChoosesAFolder) {
     EXPECT_EQ(rig.dialog.FileCount(), 1);
 }
 
+TEST(FileDialog, SavingAfterOpeningAsksBeforeItReplaces) {
+    FileRig rig;
+    rig.dialog.ShowOpen();
+    EXPECT_EQ(rig.fakes.dialogs.lastChooser->flags, 6148U);
+    rig.dialog.ShowSave();
+    EXPECT_EQ(rig.fakes.dialogs.lastChooser->flags, 2054U);
+    EXPECT_EQ(rig.fakes.dialogs.lastChooser->title, u"Datei speichern unter");
+}
+
 } // namespace talvix
