@@ -8,6 +8,9 @@ bool Culture::SameText(std::u16string_view left, std::u16string_view right) cons
 
 std::u16string ReplaceNoCase(const Culture& culture, std::u16string_view text,
                              std::u16string_view what, std::u16string_view with) {
+    if (!what.empty() && text.starts_with(what) && text.size() < 2 * what.size()) {
+        return std::u16string(with).append(text.substr(what.size())); // no room for another one
+    }
     const std::u16string upper = culture.UpperCase(text);
     const std::u16string sought = culture.UpperCase(what);
     std::u16string result;

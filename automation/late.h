@@ -30,6 +30,8 @@ public:
     void Set(std::u16string_view name, const Value& value) const;
     /// Puts a property with one argument, such as a row's cell.
     void SetAt(std::u16string_view name, Value argument, Value value) const;
+    /// Puts a property with arguments; the new value comes last.
+    void Put(std::u16string_view name, std::span<const Value> values) const;
 
     const Value& Get() const { return value_; }
     /// The object; Failure when there is none.
@@ -38,8 +40,6 @@ public:
     explicit operator bool() const { return !value_.IsNothing(); }
 
 private:
-    void Put(std::u16string_view name, std::span<const Value> values) const;
-
     Value value_;
 };
 

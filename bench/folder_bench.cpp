@@ -54,8 +54,8 @@ void WriteFile(const std::u16string& path) {
 }
 
 void Empty(Files& files, const std::u16string& folder) {
-    for (const std::u16string& name : files.List(folder).files) {
-        files.Remove(folder + u"\\" + name);
+    for (const ListedFile& file : files.List(folder).files) {
+        files.Remove(folder + u"\\" + file.name);
     }
 }
 

@@ -33,6 +33,8 @@ struct Attachment {
     std::u16string strAddingFile{};
     /// The pass over the rows that is running, null outside one.
     PresentationPass* pass = nullptr;
+    /// While the import runs on a list without groups its rows are put in place together.
+    bool placesRowsLater = false;
 
     Late Item() const { return talvixManaging[u"Item"]; }
     /// A global setting's text; Failure where the common library does not give it.

@@ -49,7 +49,9 @@ Value GridRow::Get(std::u16string_view key) const {
 }
 
 void GridRow::Set(std::u16string_view key, Value value) const {
-    row_.SetAt(u"Value", key, std::move(value));
+    cell_[0].AssignText(key);
+    cell_[1] = std::move(value);
+    row_.Put(u"Value", cell_);
 }
 
 void GridRow::SetPicture(std::u16string_view key, const Value& picture) const {
@@ -139,8 +141,15 @@ GridColumn Grid::ColumnAt(std::int32_t position) const {
     return GridColumn(grid_(u"Columns", position));
 }
 
+const Late& Grid::Rows() const {
+    if (!*rows_) {
+        *rows_ = grid_[u"Rows"];
+    }
+    return *rows_;
+}
+
 std::int32_t Grid::RowCount() const {
-    return Number(grid_[u"Rows"].Call(u"Count"));
+    return Number(Rows().Call(u"Count"));
 }
 
 GridRow Grid::RowAt(std::int32_t number) const {
@@ -148,11 +157,11 @@ GridRow Grid::RowAt(std::int32_t number) const {
 }
 
 GridRow Grid::AddRow() const {
-    return GridRow(grid_[u"Rows"][u"Add"]);
+    return GridRow(Rows()[u"Add"]);
 }
 
 void Grid::RemoveRow(const GridRow& row) const {
-    grid_[u"Rows"].Call(u"Remove", row.Object().Get());
+    Rows().Call(u"Remove", row.Object().Get());
 }
 
 GridRow Grid::CurrentRow() const {

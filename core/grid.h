@@ -2,6 +2,7 @@
 
 #include "automation/late.h"
 
+#include <array>
 #include <vector>
 
 namespace talvix {
@@ -23,6 +24,8 @@ public:
 
 private:
     Late row_;
+    /// Key and value of the cell written last: the next key takes over its memory.
+    mutable std::array<Value, 2> cell_;
 };
 
 /// Numbers of the first and the last row of a range.
@@ -114,7 +117,11 @@ public:
     Subscription Connect(std::shared_ptr<EventSink> sink) const;
 
 private:
+    const Late& Rows() const;
+
     Late grid_;
+    /// The grid's collection of rows, asked for once.
+    std::shared_ptr<Late> rows_ = std::make_shared<Late>();
 };
 
 } // namespace talvix

@@ -3,6 +3,8 @@
 #include "common/general.h"
 #include "common/settings.h"
 
+#include <utility>
+
 namespace talvix {
 
 namespace {
@@ -35,7 +37,15 @@ bool PresentationPass::FileIconsDisabled() {
     return *iconsDisabled_;
 }
 
+void PresentationPass::Expect(std::u16string_view path, const FileFacts& facts) {
+    expectedPath_ = path;
+    expected_ = facts;
+}
+
 std::optional<FileFacts> PresentationPass::Query(std::u16string_view path) {
+    if (expected_ && expectedPath_ == path) {
+        return std::exchange(expected_, std::nullopt);
+    }
     const std::u16string root = platform_.locale.UpperCase(NetworkRoot(path));
     const auto known = root.empty() ? rootAnswers_.end() : rootAnswers_.find(root);
     if (known != rootAnswers_.end() && !known->second) {
@@ -49,10 +59,15 @@ std::optional<FileFacts> PresentationPass::Query(std::u16string_view path) {
 }
 
 PresentationPass::FileClass& PresentationPass::ClassOf(std::u16string_view path) {
-    const auto [found, isNew] = classes_.try_emplace(platform_.locale.UpperCase(Extension(path)));
+    const std::u16string_view extension = Extension(path);
+    if (const auto known = spellings_.find(extension); known != spellings_.end()) {
+        return *known->second;
+    }
+    const auto [found, isNew] = classes_.try_emplace(platform_.locale.UpperCase(extension));
     if (isNew) {
         found->second.hasOwnIcon = platform_.shell.HasOwnIcon(path);
     }
+    spellings_.emplace(extension, &found->second);
     return found->second;
 }
 

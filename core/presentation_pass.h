@@ -19,6 +19,9 @@ public:
     /// The file's existence and length; nothing for a missing file, and for every path below a
     /// network root that did not answer once in this pass.
     std::optional<FileFacts> Query(std::u16string_view path);
+    /// Tells what the list of its folder says of a file that is about to be presented: the next
+    /// query of this path is answered from it.
+    void Expect(std::u16string_view path, const FileFacts& facts);
     /// Place of the small icon in the system image list, from 0.
     std::int32_t IconIndex(std::u16string_view path);
     std::u16string TypeName(std::u16string_view path);
@@ -36,7 +39,11 @@ private:
     Trace& trace_;
     std::optional<bool> iconsDisabled_;
     std::map<std::u16string, FileClass> classes_;
+    /// The same by the extension as it is written, which is found without upper-casing it.
+    std::map<std::u16string, FileClass*, std::less<>> spellings_;
     std::map<std::u16string, bool> rootAnswers_;
+    std::u16string expectedPath_;
+    std::optional<FileFacts> expected_;
 };
 
 } // namespace talvix

@@ -21,6 +21,19 @@ std::u16string SizeText(std::int64_t length, const Culture& locale) {
     return (kilobytes > 1 ? locale.GroupedText(kilobytes) : u"1") + u" KB";
 }
 
+/// The pass that is running, or else one for this row alone.
+class RunningPass {
+public:
+    explicit RunningPass(Attachment& attachment) {
+        if (attachment.pass == nullptr) {
+            own_.emplace(attachment);
+        }
+    }
+
+private:
+    std::optional<PassScope> own_;
+};
+
 class RowPresenter {
 public:
     RowPresenter(Attachment& attachment, const GridRow& row, bool refreshTypeText)
@@ -35,30 +48,44 @@ public:
         }
         std::optional<std::int32_t> objectType;
         next_([&] { objectType = ObjectTypeOf(row_, attachment_.platform.locale); });
+        std::u16string path;
         if (objectType == kFileDocument) {
-            DescribeFile();
+            next_([&] {
+                path = ToText(row_.Get(field::kPhysicalStore1), attachment_.platform.locale);
+            });
+        }
+        Describe(objectType, path);
+        Write();
+    }
+
+    void PresentNew(std::int32_t objectType, std::u16string_view physicalStore1) {
+        isNew_ = true;
+        Describe(objectType, physicalStore1);
+        Write();
+    }
+
+private:
+    void Describe(std::optional<std::int32_t> objectType, std::u16string_view path) {
+        if (objectType == kFileDocument) {
+            DescribeFile(path);
         } else if (objectType == kOutlookDocument) {
             shown_.type = u"Outlook-Element";
         } else if (objectType == kLinkDocument) {
             shown_.type = u"Internetverknüpfung";
             ShowPicture(kLinkPicture);
         }
-        Write();
     }
 
-private:
-    void DescribeFile() {
-        std::u16string path;
-        next_(
-            [&] { path = ToText(row_.Get(field::kPhysicalStore1), attachment_.platform.locale); });
+    void DescribeFile(std::u16string_view path) {
         std::optional<FileFacts> facts;
         next_([&] { facts = attachment_.pass->Query(path); });
         if (!facts || facts->isFolder) {
             ShowPicture(kMissingFilePicture);
             return;
         }
-        // A file that is back again sheds the picture of the missing one.
-        next_([&] { row_.SetPicture(field::kIcon, Nothing()); });
+        if (!isNew_) { // a file that is back again sheds the picture of the missing one
+            next_([&] { row_.SetPicture(field::kIcon, Nothing()); });
+        }
         if (!attachment_.pass->FileIconsDisabled()) {
             next_([&] { shown_.icon = attachment_.pass->IconIndex(path) + 1; });
         }
@@ -81,15 +108,16 @@ private:
 
     void Write() {
         next_([&] { row_.Set(field::kIcon, shown_.icon); });
-        next_([&] { row_.Set(field::kItemSize, shown_.size); });
+        next_([&] { row_.Set(field::kItemSize, std::move(shown_.size)); });
         if (refreshTypeText_) {
-            next_([&] { row_.Set(field::kObjectDescription, shown_.type); });
+            next_([&] { row_.Set(field::kObjectDescription, std::move(shown_.type)); });
         }
     }
 
     Attachment& attachment_;
     const GridRow& row_;
     bool refreshTypeText_;
+    bool isNew_ = false;
     ResumeNext next_;
     Presentation shown_;
 };
@@ -108,12 +136,14 @@ std::optional<std::int32_t> ObjectTypeOf(const GridRow& row, const Culture& cult
 }
 
 void PresentRow(Attachment& attachment, const GridRow& row, bool refreshTypeText) {
-    if (attachment.pass != nullptr) {
-        RowPresenter(attachment, row, refreshTypeText).Present();
-        return;
-    }
-    PassScope scope(attachment);
+    const RunningPass pass(attachment);
     RowPresenter(attachment, row, refreshTypeText).Present();
+}
+
+void PresentNewRow(Attachment& attachment, const GridRow& row, std::int32_t objectType,
+                   std::u16string_view physicalStore1) {
+    const RunningPass pass(attachment);
+    RowPresenter(attachment, row, true).PresentNew(objectType, physicalStore1);
 }
 
 } // namespace talvix

@@ -9,6 +9,11 @@ namespace talvix {
 /// skipped.
 void PresentRow(Attachment& attachment, const GridRow& row, bool refreshTypeText = false);
 
+/// The same, "ObjectDescription" included, for a row that was just filled: its kind and location
+/// are not read back, and it has no picture that would have to go.
+void PresentNewRow(Attachment& attachment, const GridRow& row, std::int32_t objectType,
+                   std::u16string_view physicalStore1);
+
 /// The kind of document in a row's "ObjectType"; nothing for an empty cell or one without a number.
 std::optional<std::int32_t> ObjectTypeOf(const GridRow& row, const Culture& culture);
 

@@ -16,14 +16,30 @@ namespace {
 class FolderImport {
 public:
     explicit FolderImport(Attachment& attachment)
-        : attachment_(attachment), scope_(attachment), next_(attachment.trace, u"ImportFolder") {}
+        : attachment_(attachment),
+          pass_(attachment),
+          grid_(attachment.dmsGrid),
+          next_(attachment.trace, u"ImportFolder") {}
+    FolderImport(const FolderImport&) = delete;
+    FolderImport& operator=(const FolderImport&) = delete;
+    ~FolderImport() { attachment_.placesRowsLater = false; }
 
+    std::int32_t Run(const std::u16string& folder) {
+        ImportFolder(folder);
+        if (hasRowsToPlace_) {
+            PlaceNewRow(attachment_.trace, grid_);
+        }
+        return addedCount_;
+    }
+
+private:
     void ImportFolder(std::u16string path) {
         if (path.empty() || path.back() != u'\\') {
             path += u'\\';
         }
         FolderListing listing;
         next_([&] { listing = attachment_.platform.files.List(path); });
+        PlaceRowsLaterWhereNothingIsGrouped();
         if (!ImportFiles(path, listing.files)) {
             return;
         }
@@ -36,16 +52,21 @@ public:
         }
     }
 
-    std::int32_t AddedCount() const { return addedCount_; }
+    /// Each row of a grouped list opens the headings above it, so that none can wait there.
+    void PlaceRowsLaterWhereNothingIsGrouped() {
+        attachment_.placesRowsLater = next_.If([&] { return grid_.GroupCount() == 0; });
+    }
 
-private:
     /// False when the import is to stop.
-    bool ImportFiles(const std::u16string& folder, const std::vector<std::u16string>& names) {
-        for (const std::u16string& name : names) {
-            const std::u16string path = folder + name;
-            if (IsUnfinishedCopy(name) ||
+    bool ImportFiles(const std::u16string& folder, const std::vector<ListedFile>& files) {
+        for (const ListedFile& file : files) {
+            const std::u16string path = folder + file.name;
+            if (IsUnfinishedCopy(file.name) ||
                 next_.If([&] { return IsFileInList(attachment_, path); })) {
                 continue;
+            }
+            if (file.facts) {
+                attachment_.pass->Expect(path, *file.facts);
             }
             AddOne(path);
             if (attachment_.stopImport) {
@@ -61,13 +82,16 @@ private:
         attachment_.strAddingFile = name;
         std::u16string typeName;
         next_([&] { typeName = attachment_.pass->TypeName(path); });
+        hasRowsToPlace_ = attachment_.placesRowsLater;
         AddFile(attachment_, path, name, u"", typeName);
     }
 
     Attachment& attachment_;
-    PassScope scope_;
+    PassScope pass_;
+    Grid grid_;
     ResumeNext next_;
     std::int32_t addedCount_ = 0;
+    bool hasRowsToPlace_ = false;
 };
 
 } // namespace
@@ -84,10 +108,9 @@ void ImportProjectFolder(Attachment& attachment) {
     }
     const Grid grid = attachment.dmsGrid;
     next([&] { grid.SetRedraw(false); });
-    FolderImport import(attachment);
-    import.ImportFolder(folder);
+    const std::int32_t addedCount = FolderImport(attachment).Run(folder);
     next([&] { grid.SetRedraw(true); });
-    if (import.AddedCount() > 0) {
+    if (addedCount > 0) {
         RefreshGrid(attachment);
         CheckVersion(attachment);
         next([&] { attachment.talvixManaging.Call(u"WriteGridDataToItemBody"); });

@@ -9,6 +9,7 @@
 #include "operations/file_outlook_item.h"
 
 #include <limits>
+#include <utility>
 
 namespace talvix {
 
@@ -22,44 +23,56 @@ std::int16_t AsInteger16(std::int32_t number) {
     return static_cast<std::int16_t>(number);
 }
 
-void FillRow(Attachment& attachment, const GridRow& row, const DocumentRecord& record) {
+void FillRow(Attachment& attachment, const GridRow& row, DocumentRecord record) {
     ResumeNext next{attachment.trace, u"AddDMSItem"};
+    // A row that waits for its place is seen by nobody before its presentation.
+    const bool needsPlaceholders = !attachment.placesRowsLater;
+    const auto set = [&](const char16_t* key, auto&& value) {
+        next([&] { row.Set(key, std::forward<decltype(value)>(value)); });
+    };
     next([&] { row.Set(field::kId, attachment.talvixManaging.Call(u"GetNextID", u"DMS")); });
     next([&] { row.Set(field::kObjectType, AsInteger16(record.objectType)); });
-    next([&] { row.Set(field::kIcon, std::int32_t{0}); });
-    next([&] { row.Set(field::kSubject, record.subject); });
-    next([&] { row.Set(field::kItemSize, std::int32_t{0}); });
-    next([&] { row.Set(field::kObjectDescription, u""); });
-    next([&] { row.Set(field::kCreator, record.creator); });
-    next([&] { row.Set(field::kCreationDate, record.creationDate); });
-    next([&] { row.Set(field::kLastModificationBy, record.lastModificationBy); });
-    next([&] { row.Set(field::kModificationDate, record.modificationDate); });
-    next([&] { row.Set(field::kStatus, record.status); });
-    next([&] { row.Set(field::kLongDescription, record.longDescription); });
-    next([&] { row.Set(field::kPhysicalStore1, record.physicalStore1); });
-    next([&] { row.Set(field::kPhysicalStore2, record.physicalStore2); });
-    next([&] { row.Set(field::kPhysicalStore3, record.physicalStore3); });
+    if (needsPlaceholders) {
+        set(field::kIcon, std::int32_t{0});
+    }
+    set(field::kSubject, std::move(record.subject));
+    if (needsPlaceholders) {
+        set(field::kItemSize, std::int32_t{0});
+        set(field::kObjectDescription, u"");
+    }
+    set(field::kCreator, std::move(record.creator));
+    set(field::kCreationDate, record.creationDate);
+    set(field::kLastModificationBy, std::move(record.lastModificationBy));
+    set(field::kModificationDate, record.modificationDate);
+    set(field::kStatus, std::move(record.status));
+    set(field::kLongDescription, std::move(record.longDescription));
+    set(field::kPhysicalStore1, std::move(record.physicalStore1));
+    set(field::kPhysicalStore2, std::move(record.physicalStore2));
+    set(field::kPhysicalStore3, std::move(record.physicalStore3));
 }
 
-void AddRow(Attachment& attachment, const DocumentRecord& record) {
+void AddRow(Attachment& attachment, DocumentRecord record) {
     ResumeNext next{attachment.trace, u"AddDMSItem"};
     const Grid grid = attachment.dmsGrid;
     GridRow row;
     next([&] { row = grid.AddRow(); });
-    FillRow(attachment, row, record);
-    PresentRow(attachment, row, true);
+    const std::int32_t objectType = record.objectType;
+    const std::u16string path = record.physicalStore1;
+    FillRow(attachment, row, std::move(record));
+    PresentNewRow(attachment, row, objectType, path);
+    if (!attachment.placesRowsLater) {
+        PlaceNewRow(attachment.trace, grid);
+    }
+}
+
+} // namespace
+
+void PlaceNewRow(Trace& trace, const Grid& grid) {
+    ResumeNext next{trace, u"AddDMSItem"};
     next([&] { grid.RefreshRows(); });
     next([&] { grid.RefreshSort(); });
     next([&] { grid.Expand(); });
 }
-
-/// The file's folder relative to the project folder.
-std::u16string RelativeFolder(Attachment& attachment, std::u16string_view path) {
-    const std::u16string folder = GetFolderPath(path);
-    return ReplaceNoCase(attachment.platform.locale, folder, GetProjectFolder(attachment), u"");
-}
-
-} // namespace
 
 void AddDMSItem(Attachment& attachment, const DocumentRecord& record, const ItemFiling& filing) {
     if (GetProjectFolder(attachment).empty()) {
@@ -76,29 +89,38 @@ void AddFile(Attachment& attachment, std::u16string_view physicalStore1,
              std::u16string_view subject, std::u16string_view status,
              std::u16string_view longDescription, Date creationDate, Date modificationDate) {
     ResumeNext next{attachment.trace, u"AddFile"};
-    for (Date* date : {&creationDate, &modificationDate}) {
-        if (date->days == 0) {
-            next([&] { *date = attachment.platform.clock.Now(); });
-        }
+    const bool needsNow = creationDate.days == 0 || modificationDate.days == 0;
+    if (Date now; needsNow && next([&] { now = attachment.platform.clock.Now(); })) {
+        creationDate = creationDate.days == 0 ? now : creationDate;
+        modificationDate = modificationDate.days == 0 ? now : modificationDate;
     }
     std::u16string user;
     next([&] {
         user = ToText(attachment.talvixCommon.Call(u"strCurrentUser"), attachment.platform.locale);
     });
     std::u16string relativeFolder;
-    next([&] { relativeFolder = RelativeFolder(attachment, physicalStore1); });
+    std::u16string projectFolder;
+    next([&] {
+        const std::u16string folder = GetFolderPath(physicalStore1);
+        projectFolder = GetProjectFolder(attachment);
+        relativeFolder = ReplaceNoCase(attachment.platform.locale, folder, projectFolder, u"");
+    });
     DocumentRecord record;
     record.subject = subject;
     record.creator = user;
     record.creationDate = creationDate;
-    record.lastModificationBy = user;
+    record.lastModificationBy = std::move(user);
     record.modificationDate = modificationDate;
     record.status = status;
     record.longDescription = longDescription;
     record.physicalStore1 = physicalStore1;
-    record.physicalStore2 = relativeFolder;
+    record.physicalStore2 = std::move(relativeFolder);
     record.physicalStore3 = SelectedActionNumber(attachment);
-    AddDMSItem(attachment, record, ItemFiling{Nothing(), -1, true, u""});
+    if (attachment.placesRowsLater && !projectFolder.empty()) {
+        AddRow(attachment, std::move(record)); // the import need not ask for the folder again
+    } else {
+        AddDMSItem(attachment, record, ItemFiling{Nothing(), -1, true, u""});
+    }
 }
 
 } // namespace talvix

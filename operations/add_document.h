@@ -17,6 +17,9 @@ struct ItemFiling {
 /// filed instead. Nothing is added while the project has no folder.
 void AddDMSItem(Attachment& attachment, const DocumentRecord& record, const ItemFiling& filing);
 
+/// Puts the rows that were added into the grid's order and shows the last one. Nothing is raised.
+void PlaceNewRow(Trace& trace, const Grid& grid);
+
 /// Adds a file that lies in its final place. A date of 0 becomes the current date and time.
 void AddFile(Attachment& attachment, std::u16string_view physicalStore1,
              std::u16string_view subject, std::u16string_view status,

@@ -11,11 +11,20 @@ namespace talvix {
 struct FileFacts {
     bool isFolder = false;
     std::int64_t length = 0; ///< bytes; 0 for folders
+    bool operator==(const FileFacts&) const = default;
 };
 
-/// Names without path, in the order in which the file system lists them.
+struct ListedFile {
+    std::u16string name; ///< without path
+    /// What the folder's list says of the file; nothing for a link, whose list entry tells of the
+    /// link itself.
+    std::optional<FileFacts> facts;
+    bool operator==(const ListedFile&) const = default;
+};
+
+/// What lies in a folder, in the order in which the file system lists it.
 struct FolderListing {
-    std::vector<std::u16string> files;
+    std::vector<ListedFile> files;
     std::vector<std::u16string> folders;
 };
 

@@ -20,8 +20,10 @@ std::int64_t LengthOf(DWORD high, DWORD low) {
 void Take(const WIN32_FIND_DATAW& data, FolderListing& listing) {
     const std::u16string name = TextOf(data.cFileName);
     const bool isFolder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    const bool isLink = (data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
     if (!isFolder) {
-        listing.files.push_back(name);
+        const FileFacts facts{false, LengthOf(data.nFileSizeHigh, data.nFileSizeLow)};
+        listing.files.push_back({name, isLink ? std::nullopt : std::optional(facts)});
     } else if (name != u"." && name != u"..") {
         listing.folders.push_back(name);
     }

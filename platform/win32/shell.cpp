@@ -76,11 +76,6 @@ bool CarriesOwnIcon(const std::u16string& extension) {
            KeyExists(extension + u"\\shellex\\IconHandler");
 }
 
-std::u16string AskForTypeName(std::u16string_view path) {
-    const std::u16string text = AskForType(std::u16string(path), kType);
-    return text.empty() ? AskForType(std::u16string(path), kTypeWithoutExeType) : text;
-}
-
 std::int32_t AskForIconIndex(std::u16string_view path) {
     SHFILEINFOW info{};
     AskForIcon(std::u16string(path), info);
@@ -103,12 +98,24 @@ std::int32_t Win32Shell::SmallIconIndex(std::u16string_view path) {
 std::u16string Win32Shell::TypeName(std::u16string_view path) {
     FileClass* known = ClassOf(path);
     if (known == nullptr) {
-        return AskForTypeName(path);
+        return AskForTypeName(std::u16string(path));
     }
     if (!known->typeName) {
-        known->typeName = AskForTypeName(path);
+        known->typeName = AskForTypeName(std::u16string(path));
     }
     return *known->typeName;
+}
+
+std::u16string Win32Shell::AskForTypeName(const std::u16string& path) {
+    if (!mindsExeType_) {
+        std::u16string text = AskForType(path, kType);
+        if (!text.empty()) {
+            return text;
+        }
+    }
+    std::u16string text = AskForType(path, kTypeWithoutExeType);
+    mindsExeType_ = !text.empty();
+    return text;
 }
 
 bool Win32Shell::HasOwnIcon(std::u16string_view path) {

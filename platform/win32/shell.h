@@ -28,8 +28,10 @@ private:
     };
     /// Null for a path whose answers are not to be kept.
     FileClass* ClassOf(std::u16string_view path);
+    std::u16string AskForTypeName(const std::u16string& path);
 
     std::map<std::u16string, FileClass> classes_;
+    bool mindsExeType_ = false; ///< SHGFI_EXETYPE has cost an answer that was there without it
     KeyWatch watch_{
         {{HKEY_LOCAL_MACHINE, L"Software\\Classes"}, {HKEY_CURRENT_USER, L"Software\\Classes"}}};
 };

@@ -46,11 +46,13 @@ TYPED_TEST_P(FilesContract, QueryOfWhatIsNotThereIsNothing) {
 
 TYPED_TEST_P(FilesContract, ListTellsFilesAndFoldersApart) {
     this->rig.Make(u"a.txt", 1);
-    this->rig.Make(u"ß ü.doc", 1);
+    this->rig.Make(u"ß ü.doc", 70);
     this->rig.MakeFolder(u"Ordner");
     FolderListing listing = this->rig.Port().List(this->rig.Folder());
-    std::sort(listing.files.begin(), listing.files.end());
-    EXPECT_EQ(listing.files, (std::vector<std::u16string>{u"a.txt", u"ß ü.doc"}));
+    std::sort(listing.files.begin(), listing.files.end(),
+              [](const ListedFile& a, const ListedFile& b) { return a.name < b.name; });
+    EXPECT_EQ(listing.files, (std::vector<ListedFile>{{u"a.txt", FileFacts{false, 1}},
+                                                      {u"ß ü.doc", FileFacts{false, 70}}}));
     EXPECT_EQ(listing.folders, (std::vector<std::u16string>{u"Ordner"}));
     EXPECT_TRUE(this->rig.Port().List(this->At(u"Ordner")).files.empty());
     EXPECT_EQ(this->rig.Port().List(this->rig.Folder() + u"\\").files.size(), 2U);

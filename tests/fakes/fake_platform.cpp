@@ -74,8 +74,13 @@ FolderListing FakeFiles::List(std::u16string_view folder) {
         const bool isBelow = each.starts_with(key + u"\\") &&
                              each.find(u'\\', key.size() + 1) == std::u16string::npos;
         if (isBelow) {
-            auto& names = entry.facts.isFolder ? listing.folders : listing.files;
-            names.push_back(entry.path.substr(key.size() + 1));
+            const std::u16string name = entry.path.substr(key.size() + 1);
+            if (entry.facts.isFolder) {
+                listing.folders.push_back(name);
+            } else {
+                listing.files.push_back(
+                    {name, links.contains(each) ? std::nullopt : std::optional(entry.facts)});
+            }
         }
     }
     return listing;

@@ -28,6 +28,7 @@ public:
     std::u16string CurrentFolder() override { return u"C:\\Start"; }
     /// What the shell's copy does; false when the target cannot be written.
     bool CopyFile(std::u16string_view source, std::u16string_view target);
+    std::set<std::u16string> links;       ///< upper-case paths of links to files
     std::set<std::u16string> silentRoots; ///< upper-case network roots that do not answer
     std::set<std::u16string> readOnly;    ///< upper-case folders that take nothing new
     /// Runs before a rename, as somebody else on the network might.

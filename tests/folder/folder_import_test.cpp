@@ -109,4 +109,46 @@ TEST(FolderImport, SortedRowsAreInPlaceAfterwards) {
     EXPECT_EQ(rig.Cell(2, u"Subject"), Value(u"b.doc"));
 }
 
+TEST(FolderImport, RowsOfAClosedGroupAreOpenedForEveryFile) {
+    ImportRig rig;
+    rig.fakes.files.MakeFile(u"P:\\Proj\\a.doc", 1);
+    rig.fakes.files.MakeFile(u"P:\\Proj\\b.txt", 1);
+    const Late grid(rig.gridObject);
+    rig.AddRow(2, u"http://a");
+    rig.AddRow(2, u"http://b");
+    grid[u"Rows"](u"Item", 2).SetAt(u"Value", u"ObjectDescription", u"doc-Datei");
+    grid[u"Groups"].Call(u"Add", u"ObjectDescription");
+    grid.Call(u"CollapseAll");
+    rig.main->AddFilesFromProjectFolderEvent();
+    const Late rows = grid[u"Rows"];
+    std::vector<Value> headings;
+    for (std::int32_t number = 1; number <= rig.RowCount(); ++number) {
+        const Late row = rows(u"Item", number);
+        if (row.Call(u"IsGroup") == Value(true)) {
+            headings.push_back(row.Call(u"Expanded"));
+        }
+    }
+    EXPECT_EQ(headings, (std::vector<Value>{false, true, true}));
+}
+
+TEST(FolderImport, ARowThatWasAddedBeforeTheStopIsInItsPlace) {
+    ImportRig rig;
+    rig.fakes.files.MakeFile(u"P:\\Proj\\a.doc", 1);
+    rig.AddRow(2, u"http://z");
+    Late(rig.gridObject).Call(u"Sort", u"PhysicalStore1", 1);
+    rig.fakes.journal.Clear();
+    rig.main->SetStopImport(true);
+    rig.main->AddFilesFromProjectFolderEvent();
+    EXPECT_EQ(rig.Cell(1, u"PhysicalStore1"), Value(u"P:\\Proj\\a.doc"));
+    EXPECT_EQ(rig.Cell(1, u"ItemSize"), Value(u"1 KB"));
+}
+
+TEST(FolderImport, TheSizeOfALinkIsThatOfItsFile) {
+    ImportRig rig;
+    rig.fakes.files.MakeFile(u"P:\\Proj\\a.doc", 5000);
+    rig.fakes.files.links = {u"P:\\PROJ\\A.DOC"};
+    rig.main->AddFilesFromProjectFolderEvent();
+    EXPECT_EQ(rig.Cell(1, u"ItemSize"), Value(u"5 KB"));
+}
+
 } // namespace talvix

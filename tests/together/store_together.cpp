@@ -74,18 +74,18 @@ int StoreTogether(int users, int documents) {
         CloseHandle(process);
     }
     std::set<std::string> contents;
-    const std::vector<std::u16string> names = Win32Files().List(folder).files;
-    for (const std::u16string& name : names) {
-        contents.insert(ReadRealFile(folder + u"\\" + name));
+    const std::vector<ListedFile> files = Win32Files().List(folder).files;
+    for (const ListedFile& file : files) {
+        contents.insert(ReadRealFile(folder + u"\\" + file.name));
     }
     for (const auto* file : {u"TalvixDMS.dll", u"TalvixGrid.ocx"}) {
         CallExport(file, "DllUnregisterServer");
     }
     const auto wanted = static_cast<std::size_t>(users * documents);
-    const bool holds = failed == 0 && names.size() == wanted && contents.size() == wanted;
+    const bool holds = failed == 0 && files.size() == wanted && contents.size() == wanted;
     std::printf("[%s] together: %d users, %zu of %zu documents arrived, %zu different, %d users "
                 "failed\n",
-                holds ? "       OK " : "  FAILED  ", users, names.size(), wanted, contents.size(),
+                holds ? "       OK " : "  FAILED  ", users, files.size(), wanted, contents.size(),
                 failed);
     return holds ? 0 : 1;
 }

@@ -31,8 +31,7 @@ Value HostObject::Invoke(MemberId member, unsigned access, Arguments arguments) 
     if (isPut && !called.writable) {
         throw Failure(failure_number::kMemberNotFound, u"\"" + called.name + u"\" is read only");
     }
-    const Handler handler = called.handler;
-    return handler(call);
+    return called.handler(call);
 }
 
 HostObject::Handler Constant(Value value) {

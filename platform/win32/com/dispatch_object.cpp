@@ -93,8 +93,8 @@ private:
 } // namespace
 
 HRESULT DispatchObject::LookUp(std::u16string_view name, DISPID& id) {
-    const std::u16string ended(name);
-    auto* wide = const_cast<wchar_t*>(Wide(ended));
+    EndedName ended(name);
+    wchar_t* wide = ended.Get();
     HRESULT result = E_NOTIMPL;
     if (!extended_) {
         result = dispatch_->GetIDsOfNames(IID_NULL, &wide, 1, LOCALE_USER_DEFAULT, &id);
@@ -126,9 +126,6 @@ std::optional<MemberId> DispatchObject::FindMember(std::u16string_view name) {
     if (FAILED(result)) {
         throw Failure(result, u"\"" + std::u16string(name) + u"\": " +
                                   SystemText(static_cast<DWORD>(result)));
-    }
-    if (names_.empty()) {
-        names_.reserve(4);
     }
     names_.push_back({std::u16string(name), id});
     return id;
