@@ -111,8 +111,8 @@ int ImportBench(const std::u16string& folder) {
 }
 
 int LargeImportBench(const std::u16string& folder) {
-    double shell = 0;
     for (const auto* shape : {u"flach", u"tief"}) {
+        double shell = 0;
         double walkOfFirst = 0;
         double importOfFirst = 0;
         for (const int count : {10000, 100000}) {
