@@ -68,7 +68,7 @@ Value Hidden(ColumnObject& column, const Call& call) {
         return column.Target().hidden;
     }
     column.Target().hidden = ToBoolean(*call.put, column.model->culture);
-    column.model->Changed();
+    column.model->ColumnsChanged();
     return {};
 }
 
@@ -84,7 +84,7 @@ Value Choice(ColumnObject& column, const Call& call, Code Column::*member,
         throw Failure(failure_number::kInvalidArgument, allowed);
     }
     column.Target().*member = code;
-    column.model->Changed();
+    column.model->ColumnsChanged();
     return {};
 }
 
@@ -99,6 +99,15 @@ Value Type(ColumnObject& column, const Call& call) {
                                          DataType::Image};
     return Choice(column, call, &Column::dataType, known,
                   u"A data type is 3 (Long), 7 (Date), 8 (Text) or 65 (Image)");
+}
+
+Value BestFit(ColumnObject& column, const Call&) {
+    const std::size_t which[] = {column.index};
+    if (!column.model->FitColumns(which)) {
+        throw Failure(failure_number::kInvalidArgument,
+                      u"A column can be fitted to its texts once the grid has a window");
+    }
+    return {};
 }
 
 Value SortOrder(ColumnObject& column, const Call&) {
@@ -142,6 +151,7 @@ std::vector<Member<ColumnObject>> ColumnTable() {
          }},
         {{u"Hidden", kGetPut, u""}, Hidden},
         {{u"SortOrder", kGet, u""}, SortOrder},
+        {{u"BestFit", kMethod, u""}, BestFit},
     };
 }
 

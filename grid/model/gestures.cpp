@@ -7,7 +7,7 @@ namespace talvix::grid {
 void Gestures::SelectFromAnchor(std::int32_t number) {
     const std::int32_t from = model_.rows.IsAlive(anchor_) ? model_.rows.NumberOf(anchor_) : number;
     model_.rows.ClearSelection();
-    model_.rows.SelectRange(std::min(from, number), std::max(from, number));
+    model_.rows.SelectUnfiltered(std::min(from, number), std::max(from, number));
 }
 
 void Gestures::MakeCurrent(std::int32_t number, bool control, bool shift) {
@@ -67,7 +67,7 @@ void Gestures::Move(Step step, std::int32_t pageLines, bool control, bool shift)
 
 void Gestures::SelectAll() {
     if (model_.options.multiSelect && model_.rows.Count() > 0) {
-        model_.rows.SelectRange(1, model_.rows.Count());
+        model_.rows.SelectUnfiltered(1, model_.rows.Count());
         model_.Changed();
     }
 }

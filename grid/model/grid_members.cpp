@@ -2,6 +2,7 @@
 #include "automation/text.h"
 #include "grid/model/grid_objects.h"
 #include "grid/model/rows_as_text.h"
+#include "grid/model/saved_layout.h"
 
 #include <algorithm>
 #include <cmath>
@@ -169,6 +170,61 @@ Value LoadRowsFromText(GridObject& grid, const Call& call) {
     return {};
 }
 
+Value Filter(GridObject& grid, const Call& call) {
+    GridModel& model = *grid.model;
+    if (!call.IsPut()) {
+        return model.rows.Filter().Text();
+    }
+    model.rows.SetFilter(ToText(*call.put, model.culture), model.rows.Filter().Column());
+    model.Changed();
+    return {};
+}
+
+/// The index that a key or a position stands for; nothing for -1 or "".
+std::optional<std::size_t> ColumnOrNone(GridModel& model, const Value& column) {
+    const auto number = NumericContent(column);
+    const auto* key = column.If<std::u16string>();
+    const bool isNone = (number && *number == -1) || (key != nullptr && key->empty());
+    return isNone ? std::nullopt : std::optional(model.columns.IndexOf(column));
+}
+
+Value KeyOrNothing(const GridModel& model, std::optional<std::size_t> column) {
+    return column ? model.columns.At(*column).key : std::u16string();
+}
+
+Value FilterColumn(GridObject& grid, const Call& call) {
+    GridModel& model = *grid.model;
+    if (!call.IsPut()) {
+        return KeyOrNothing(model, model.rows.Filter().Column());
+    }
+    model.rows.SetFilter(std::u16string(model.rows.Filter().Text()),
+                         ColumnOrNone(model, *call.put));
+    model.Changed();
+    return {};
+}
+
+Value FileColumn(GridObject& grid, const Call& call) {
+    GridModel& model = *grid.model;
+    if (!call.IsPut()) {
+        return KeyOrNothing(model, model.options.fileColumn);
+    }
+    model.options.fileColumn = ColumnOrNone(model, *call.put);
+    return {};
+}
+
+Value SaveLayoutText(GridObject& grid, const Call&) {
+    return SaveLayout(*grid.model);
+}
+
+Value LoadLayoutText(GridObject& grid, const Call& call) {
+    LoadLayout(*grid.model, ToText(call.At(0), grid.model->culture));
+    return {};
+}
+
+Value SelectionText(GridObject& grid, const Call&) {
+    return SelectedRowsAsText(*grid.model);
+}
+
 template <typename Collection>
 Value CollectionOf(GridObject& grid, const Call&) {
     return std::make_shared<Collection>(grid.model);
@@ -219,6 +275,12 @@ std::vector<Member<GridObject>> Table() {
         {{u"CollapseAll", kMethod, u""}, CollapseAll},
         {{u"SaveRowsAsText", kMethod, u"Separator"}, SaveRowsAsText},
         {{u"LoadRowsFromText", kMethod, u"Text Separator"}, LoadRowsFromText},
+        {{u"Filter", kGetPut, u""}, Filter},
+        {{u"FilterColumn", kGetPut, u""}, FilterColumn},
+        {{u"SaveLayout", kMethod, u""}, SaveLayoutText},
+        {{u"LoadLayout", kMethod, u"Text"}, LoadLayoutText},
+        {{u"FileColumn", kGetPut, u""}, FileColumn},
+        {{u"SelectionText", kGet, u""}, SelectionText},
     };
 }
 

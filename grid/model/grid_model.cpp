@@ -2,6 +2,7 @@
 
 #include "automation/coercion.h"
 #include "automation/text.h"
+#include "grid/model/shown_text.h"
 
 #include <algorithm>
 #include <array>
@@ -29,6 +30,11 @@ void GridModel::SetRedraw(bool on) {
             rows.Reveal(row);
         }
     }
+    Changed();
+}
+
+void GridModel::ColumnsChanged() {
+    rows.ColumnsChanged();
     Changed();
 }
 
@@ -106,27 +112,28 @@ HitResult GridModel::HitTest(std::int32_t x, std::int32_t y) {
     return hit;
 }
 
-std::u16string GridModel::Shown(const Value& value, DataType type) const {
-    if (value.Is<Object>() || value.Is<List>() || value.Is<ErrorCode>() || value.Is<Missing>()) {
-        return {};
-    }
-    const auto number = NumericContent(value);
-    if (type == DataType::Date && number) {
-        return culture.DateText(Date{*number});
-    }
-    return ToText(value, culture);
-}
-
 std::u16string GridModel::HeadingText(const GroupNode& node) const {
     const Column& column = columns.At(rows.Groups()[static_cast<std::size_t>(node.level)].column);
-    return column.caption + u": " + Shown(node.value, column.dataType) + u" (" +
+    return column.caption + u": " + ShownText(node.value, column.dataType, culture) + u" (" +
            DecimalText(node.rows) + u")";
 }
 
 std::u16string GridModel::TextOf(const RowRef& row, std::size_t column) const {
     const GroupNode* heading = rows.HeadingOf(row);
-    return heading != nullptr ? HeadingText(*heading)
-                              : Shown(rows.Get(row, column), columns.At(column).dataType);
+    return heading != nullptr
+               ? HeadingText(*heading)
+               : ShownText(rows.Get(row, column), columns.At(column).dataType, culture);
+}
+
+bool GridModel::FitColumns(std::span<const std::size_t> which) {
+    if (view == nullptr) {
+        return false;
+    }
+    for (const std::size_t column : which) {
+        columns.At(column).width = view->BestWidth(column);
+    }
+    Changed();
+    return true;
 }
 
 bool GridModel::ClickHeading(std::size_t column) {

@@ -5,6 +5,7 @@
 #include "grid/model/row_model.h"
 
 #include <memory>
+#include <span>
 #include <string>
 
 namespace talvix::grid {
@@ -15,6 +16,8 @@ public:
     virtual ~GridView() = default;
     /// Something to be seen has changed.
     virtual void Refresh() = 0;
+    /// Pixels at 96 dpi that the column's caption and longest texts need.
+    virtual std::int32_t BestWidth(std::size_t column) = 0;
     /// Bring a row to the middle of things.
     virtual void ScrollTo(std::int32_t number) = 0;
     virtual std::int64_t Window() const = 0;
@@ -28,6 +31,7 @@ struct GridOptions {
     bool multiSelect = true;
     bool fullRowSelect = true;
     bool allowEdit = false;
+    std::optional<std::size_t> fileColumn; ///< index of the column that holds paths of files
 };
 
 struct HitResult {
@@ -60,6 +64,8 @@ public:
     bool Redraw() const { return redraw_; }
     /// While off, nothing is painted, scrolled or sorted into place; on, all that waited is done.
     void SetRedraw(bool on);
+    /// Columns were moved, shown, hidden or given another kind.
+    void ColumnsChanged();
     /// Tells the window that something changed.
     void Changed() const;
     void Sort(std::size_t column, bool descending);
@@ -72,7 +78,9 @@ public:
     /// How a cell is shown; a heading gives "Caption: value (count)".
     std::u16string TextOf(const RowRef& row, std::size_t column) const;
     std::u16string HeadingText(const GroupNode& node) const;
-    std::u16string Shown(const Value& value, DataType type) const;
+
+    /// Gives columns the width that their texts need; false without a window to measure with.
+    bool FitColumns(std::span<const std::size_t> which);
 
     // What a user's hands do; the events that ask beforehand are raised.
     /// Sorts by the column, the other way round when it was sorted by it. False when refused.

@@ -70,6 +70,7 @@ Slot RowModel::TakeSlot() {
 
 RowRef RowModel::Add() {
     const Slot slot = TakeSlot();
+    filter_.Forget(slot);
     ids_[slot] = nextId_++;
     selected_[slot] = 0;
     groupOf_[slot] = kNoNode;
@@ -101,12 +102,14 @@ void RowModel::Remove(const RowRef& row) {
     Touch();
 }
 
-/// The next data row becomes current, else the one before, else none.
+/// The next data row that the filter shows becomes current, else the one before, else none.
 void RowModel::MoveCurrentOff(Slot removed) {
     EnsurePositions();
     const std::vector<Line>& lines = Lines();
     const auto own = static_cast<std::ptrdiff_t>(positions_[removed]);
-    const auto isTaker = [&](Line line) { return !IsHeading(line) && !IsDead(line); };
+    const auto isTaker = [&](Line line) {
+        return !IsHeading(line) && !IsDead(line) && filter_.Passes(static_cast<Slot>(line));
+    };
     const auto next = std::find_if(lines.begin() + own + 1, lines.end(), isTaker);
     if (next != lines.end()) {
         current_ = RefOf(*next);
@@ -209,6 +212,13 @@ void RowModel::Set(const RowRef& row, std::size_t column, const Value& value) {
     }
     cells_.Set(SlotIn(row), column, value);
     index_.Enter(column, SlotIn(row));
+    if (filter_.IsOn()) {
+        filter_.Forget(SlotIn(row));
+        if (!filter_.Passes(SlotIn(row))) {
+            selected_[SlotIn(row)] = 0;
+        }
+        Touch();
+    }
 }
 
 Value RowModel::PictureOf(const RowRef& row, std::size_t column) const {

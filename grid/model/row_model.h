@@ -1,6 +1,7 @@
 #pragma once
 
 #include "grid/model/group_tree.h"
+#include "grid/model/quick_filter.h"
 #include "grid/model/value_index.h"
 
 #include <map>
@@ -24,7 +25,10 @@ using Range = std::pair<std::int32_t, std::int32_t>;
 class RowModel {
 public:
     RowModel(ColumnSet& columns, const Culture& culture)
-        : columns_(columns), culture_(culture), index_(cells_, culture) {}
+        : columns_(columns),
+          culture_(culture),
+          index_(cells_, culture),
+          filter_(cells_, columns, culture) {}
 
     /// Makes the cells of a column that was just added.
     void AddColumn() { cells_.AddColumn(); }
@@ -50,6 +54,8 @@ public:
     /// Number of the first data row from `start` on with the value, 0 for none.
     std::int32_t Find(std::size_t column, const Value& value, std::int32_t start);
     void SortBy(std::size_t column, bool descending);
+    /// Leaves the rows where they are.
+    void Unsort() { sorting_.reset(); }
     std::optional<Grouping> Sorting() const { return sorting_; }
     const std::vector<Grouping>& Groups() const { return groups_; }
     void SetGroups(std::vector<Grouping> groups);
@@ -62,7 +68,13 @@ public:
     void SetAllExpanded(bool expanded);
     /// Opens all headings above a row.
     void Reveal(const RowRef& row);
-    /// Numbers of the rows that no closed heading hides, ascending.
+    /// Hides the rows that do not hold the text; they leave the selection, and the current row
+    /// moves off them. An empty text shows all rows again.
+    void SetFilter(std::u16string_view text, std::optional<std::size_t> column);
+    const QuickFilter& Filter() const { return filter_; }
+    /// Columns were shown, hidden or given another kind.
+    void ColumnsChanged();
+    /// Numbers of the rows that neither a closed heading nor the filter hides, ascending.
     const std::vector<std::int32_t>& ShownNumbers();
 
     bool IsSelected(const RowRef& row) const;
@@ -71,6 +83,8 @@ public:
     void ClearSelection();
     /// Ranges of row numbers, ascending.
     const std::vector<Range>& Ranges();
+    /// Selects a range but for the rows that the filter hides.
+    void SelectUnfiltered(std::int32_t first, std::int32_t last);
     RowRef Current() const { return IsAlive(current_) ? current_ : RowRef{}; }
     /// A row that is not selected becomes the only selected one.
     void SetCurrent(const RowRef& row);
@@ -87,12 +101,15 @@ private:
     void MoveCurrentOff(Slot removed);
     Slot TakeSlot();
     std::int32_t Scan(std::size_t column, const Value& value, std::int32_t start);
+    std::vector<std::uint8_t> HeadingsWithPassingRows();
+    void LeaveHiddenRows();
     std::vector<std::uint64_t> KeysOf(std::size_t column);
 
     ColumnSet& columns_;
     const Culture& culture_;
     CellStore cells_;
     ValueIndex index_;
+    QuickFilter filter_;
     GroupTree tree_;
     std::vector<std::int32_t> ids_; ///< by slot, 0 while free
     std::vector<std::uint8_t> selected_;

@@ -87,12 +87,75 @@ void RowModel::Reveal(const RowRef& row) {
     }
 }
 
+void RowModel::ColumnsChanged() {
+    if (filter_.IsOn()) {
+        filter_.ForgetAll();
+        LeaveHiddenRows();
+        Touch();
+    }
+}
+
+void RowModel::SetFilter(std::u16string_view text, std::optional<std::size_t> column) {
+    if (filter_.Column() != column) {
+        filter_.SetColumn(column);
+    }
+    filter_.SetText(text);
+    LeaveHiddenRows();
+    Touch();
+}
+
+/// Nobody may act on rows that he cannot see.
+void RowModel::LeaveHiddenRows() {
+    Compact();
+    if (!filter_.IsOn()) {
+        return;
+    }
+    const std::vector<std::uint8_t> passing = HeadingsWithPassingRows();
+    for (const Line line : Lines()) {
+        if (IsHeading(line) && passing[static_cast<std::size_t>(~line)] == 0) {
+            tree_.At(~line).selected = false;
+        } else if (!IsHeading(line) && !filter_.Passes(static_cast<Slot>(line))) {
+            selected_[static_cast<Slot>(line)] = 0;
+        }
+    }
+    const RowRef current = Current();
+    if (current.id != 0 && !IsHeading(current.line) &&
+        !filter_.Passes(static_cast<Slot>(current.line))) {
+        MoveCurrentOff(static_cast<Slot>(current.line));
+    }
+}
+
+/// By node; empty while nothing is filtered.
+std::vector<std::uint8_t> RowModel::HeadingsWithPassingRows() {
+    std::vector<std::uint8_t> passing;
+    if (!filter_.IsOn() || groups_.empty()) {
+        return passing;
+    }
+    passing.resize(tree_.Nodes().size());
+    for (const Line line : order_) {
+        if (!filter_.Passes(static_cast<Slot>(line))) {
+            continue;
+        }
+        std::int32_t node = groupOf_[static_cast<Slot>(line)];
+        while (node != kNoNode && passing[static_cast<std::size_t>(node)] == 0) {
+            passing[static_cast<std::size_t>(node)] = 1;
+            node = tree_.At(node).parent;
+        }
+    }
+    return passing;
+}
+
 const std::vector<std::int32_t>& RowModel::ShownNumbers() {
     Compact();
     if (shownVersion_ == version_) {
         return shown_;
     }
     shown_.clear();
+    const std::vector<std::uint8_t> passing = HeadingsWithPassingRows();
+    const auto isFiltered = [&](Line line) {
+        return filter_.IsOn() && (IsHeading(line) ? passing[static_cast<std::size_t>(~line)] == 0
+                                                  : !filter_.Passes(static_cast<Slot>(line)));
+    };
     constexpr std::int32_t kAllShown = INT32_MAX;
     std::int32_t hiddenBelow = kAllShown; // level of the closed heading that hides what follows
     const std::vector<Line>& lines = Lines();
@@ -102,7 +165,7 @@ const std::vector<std::int32_t>& RowModel::ShownNumbers() {
         if (!isPlaced || (isHeading && tree_.At(~lines[at]).level <= hiddenBelow)) {
             hiddenBelow = kAllShown;
         }
-        if (hiddenBelow != kAllShown) {
+        if (hiddenBelow != kAllShown || isFiltered(lines[at])) {
             continue;
         }
         shown_.push_back(static_cast<std::int32_t>(at) + 1);

@@ -40,6 +40,11 @@ void RowModel::SelectRange(std::int32_t first, std::int32_t last) {
     Touch();
 }
 
+void RowModel::SelectUnfiltered(std::int32_t first, std::int32_t last) {
+    SelectRange(first, last);
+    LeaveHiddenRows();
+}
+
 void RowModel::ClearSelection() {
     std::fill(selected_.begin(), selected_.end(), std::uint8_t{0});
     for (GroupNode& node : tree_.Nodes()) {

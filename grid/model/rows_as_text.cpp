@@ -100,4 +100,69 @@ void LoadRows(GridModel& model, std::u16string_view text, std::u16string_view se
     model.Changed();
 }
 
+namespace {
+
+std::vector<RowRef> SelectedDataRows(GridModel& model) {
+    std::vector<RowRef> rows;
+    for (const Range& range : model.rows.Ranges()) {
+        for (std::int32_t number = range.first; number <= range.second; ++number) {
+            const RowRef row = model.rows.At(number);
+            if (model.rows.HeadingOf(row) == nullptr) {
+                rows.push_back(row);
+            }
+        }
+    }
+    return rows;
+}
+
+std::vector<std::size_t> TextColumns(const GridModel& model) {
+    std::vector<std::size_t> columns;
+    for (std::size_t position = 0; position < model.columns.Count(); ++position) {
+        const std::size_t index = model.columns.IndexAt(position);
+        const Column& column = model.columns.At(index);
+        if (!column.hidden && column.dataType != DataType::Image) {
+            columns.push_back(index);
+        }
+    }
+    return columns;
+}
+
+} // namespace
+
+std::u16string SelectedRowsAsText(GridModel& model) {
+    constexpr std::u16string_view kTab = u"\t";
+    const std::vector<RowRef> rows = SelectedDataRows(model);
+    const std::vector<std::size_t> columns = TextColumns(model);
+    std::u16string out;
+    const auto appendLine = [&](auto&& textOf) {
+        for (std::size_t at = 0; at < columns.size(); ++at) {
+            out += at > 0 ? kTab : std::u16string_view();
+            AppendField(out, {textOf(columns[at]), false}, kTab);
+        }
+        out += u"\r\n";
+    };
+    if (!rows.empty()) {
+        appendLine([&](std::size_t column) { return model.columns.At(column).caption; });
+    }
+    for (const RowRef& row : rows) {
+        appendLine([&](std::size_t column) { return model.TextOf(row, column); });
+    }
+    return out;
+}
+
+std::vector<std::u16string> SelectedFiles(GridModel& model) {
+    std::vector<std::u16string> files;
+    if (!model.options.fileColumn) {
+        return files;
+    }
+    for (const RowRef& row : SelectedDataRows(model)) {
+        const Value value = model.rows.Get(row, *model.options.fileColumn);
+        const auto* path = value.If<std::u16string>();
+        if (path != nullptr && !path->empty()) {
+            files.push_back(*path);
+        }
+    }
+    return files;
+}
+
 } // namespace talvix::grid
