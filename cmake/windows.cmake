@@ -83,7 +83,7 @@ talvix_server(TalvixDMS TalvixDMS.dll server server/talvix_dms.idl)
 target_link_libraries(TalvixDMS PRIVATE talvix_win32)
 
 talvix_server(TalvixGrid TalvixGrid.ocx grid/control grid/control/talvix_grid.idl)
-target_link_libraries(TalvixGrid PRIVATE talvix_win32 talvix_grid_model comctl32)
+target_link_libraries(TalvixGrid PRIVATE talvix_win32 talvix_grid_model comctl32 oleacc)
 
 # The workbench finds both servers beside itself through its manifest, registered or not.
 configure_file(workbench/program/workbench.manifest.in ${generated}/TalvixWorkbench.exe.manifest @ONLY)

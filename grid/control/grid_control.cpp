@@ -28,7 +28,7 @@ GridControl::GridControl()
       inPlaceObject_(Self(), activation_),
       inPlaceActiveObject_(Self(), activation_),
       viewObject_(Self(), window_, activation_),
-      persistStreamInit_(Self()),
+      persistStreamInit_(Self(), model_),
       classInfo_(Self()),
       connectionPoints_(Self(), model_) {
     window_.SetOwner(&Self());

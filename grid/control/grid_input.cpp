@@ -68,19 +68,24 @@ void GridInput::ButtonDown(std::int16_t button, POINT point) {
     }
 }
 
+/// Position of the column whose right border lies under a point of the header, -1 for none.
+std::int32_t GridInput::BorderUnder(POINT point) const {
+    const bool inHeader =
+        point.y >= model_.layout.GroupBoxBottom() && point.y < model_.layout.RowsTop();
+    return inHeader ? model_.layout.BorderAt(point.x) : -1;
+}
+
 void GridInput::PressLeft(POINT point) {
     drag_ = Drag::None;
     pressed_ = point;
     const HitResult hit = model_.HitTest(point.x, point.y);
-    const std::int32_t border = model_.layout.BorderAt(point.x);
-    const bool inHeader =
-        point.y >= model_.layout.GroupBoxBottom() && point.y < model_.layout.RowsTop();
+    const std::int32_t border = BorderUnder(point);
     if (hit.area == Area::GroupByBox) {
         const std::int32_t chip =
             model_.layout.ChipUnder(point.x, point.y, model_.rows.Groups().size());
         drag_ = chip >= 0 ? Drag::Chip : Drag::None;
         dragged_ = static_cast<std::size_t>(std::max(chip, 0));
-    } else if (inHeader && border >= 0) {
+    } else if (border >= 0) {
         drag_ = Drag::Border;
         dragged_ = model_.columns.IndexAt(static_cast<std::size_t>(border));
         widthBefore_ = model_.columns.At(dragged_).width;
@@ -88,14 +93,29 @@ void GridInput::PressLeft(POINT point) {
         drag_ = Drag::Heading;
         dragged_ = model_.columns.IndexAt(static_cast<std::size_t>(hit.column));
     } else if (hit.row > 0) {
-        gestures_.ClickRow(hit.row, IsDown(VK_CONTROL), IsDown(VK_SHIFT));
-        if (hit.area == Area::GroupHeading) {
-            const std::int32_t level = model_.rows.LevelOf(model_.rows.At(hit.row));
-            const std::int32_t sign =
-                model_.layout.Scaled((level + 1) * model_.options.groupIndent);
-            if (point.x + model_.layout.scrollX < sign) {
-                gestures_.ToggleHeading(hit.row);
-            }
+        PressRow(hit, point);
+    }
+}
+
+void GridInput::PressRow(const HitResult& hit, POINT point) {
+    const RowRef row = model_.rows.At(hit.row);
+    const bool control = IsDown(VK_CONTROL);
+    const bool shift = IsDown(VK_SHIFT);
+    const bool canDrag = model_.options.fileColumn.has_value() && hit.area == Area::Cell;
+    pressedRow_ = RowRef{};
+    if (canDrag && !control && !shift && model_.rows.IsSelected(row)) {
+        model_.rows.SetCurrent(row); // the others stay selected: they may go along
+        model_.Changed();
+        pressedRow_ = row;
+    } else {
+        gestures_.ClickRow(hit.row, control, shift);
+    }
+    drag_ = canDrag ? Drag::Rows : Drag::None;
+    if (hit.area == Area::GroupHeading) {
+        const std::int32_t level = model_.rows.LevelOf(row);
+        const std::int32_t sign = model_.layout.Scaled((level + 1) * model_.options.groupIndent);
+        if (point.x + model_.layout.scrollX < sign) {
+            gestures_.ToggleHeading(hit.row);
         }
     }
 }
@@ -111,16 +131,21 @@ void GridInput::ButtonUp(std::int16_t button, POINT point) {
     afterDoubleClick_ = false;
 }
 
+bool GridInput::HasMoved(POINT point) const {
+    return std::abs(point.x - pressed_.x) + std::abs(point.y - pressed_.y) > kDragThreshold;
+}
+
 void GridInput::ReleaseLeft(POINT point) {
     const Drag drag = std::exchange(drag_, Drag::None);
-    const bool moved =
-        std::abs(point.x - pressed_.x) + std::abs(point.y - pressed_.y) > kDragThreshold;
+    const bool moved = HasMoved(point);
     if (drag == Drag::Heading && !moved) {
         model_.ClickHeading(dragged_);
     } else if (drag == Drag::Heading) {
         DropHeading(point);
     } else if (drag == Drag::Chip && moved) {
         DropChip(point);
+    } else if (drag == Drag::Rows && model_.rows.IsAlive(pressedRow_)) {
+        gestures_.ClickRow(model_.rows.NumberOf(pressedRow_), false, false);
     }
 }
 
@@ -155,11 +180,26 @@ void GridInput::DoubleClick(POINT point) {
     const HitResult hit = model_.HitTest(point.x, point.y);
     if (hit.area == Area::GroupHeading) {
         gestures_.ToggleHeading(hit.row);
+    } else if (const std::int32_t border = BorderUnder(point); border >= 0) {
+        const std::size_t which[] = {model_.columns.IndexAt(static_cast<std::size_t>(border))};
+        model_.FitColumns(which);
+        return; // the grid's own gesture, which opens no document
     }
     model_.events.Raise(u"DblClick", {});
 }
 
+void GridInput::RightClick(PixelPoint point) {
+    const POINT place{point.x, point.y};
+    ButtonDown(2, place);
+    ButtonUp(2, place);
+}
+
 void GridInput::MouseMove(POINT point) {
+    if (drag_ == Drag::Rows && HasMoved(point)) {
+        drag_ = Drag::None;
+        dragRows();
+        return;
+    }
     if (drag_ != Drag::Border) {
         return;
     }
@@ -172,9 +212,7 @@ bool GridInput::SetPointer(HWND window) const {
     POINT point{};
     GetCursorPos(&point);
     ScreenToClient(window, &point);
-    const bool inHeader =
-        point.y >= model_.layout.GroupBoxBottom() && point.y < model_.layout.RowsTop();
-    if (!inHeader || model_.layout.BorderAt(point.x) < 0) {
+    if (BorderUnder(point) < 0) {
         return false;
     }
     SetCursor(LoadCursorW(nullptr, MAKEINTRESOURCEW(32644)));
@@ -214,6 +252,12 @@ bool GridInput::Act(int key, bool control) {
     case 'A':
         if (control) {
             gestures_.SelectAll();
+        }
+        return control;
+    case 'C':
+    case VK_INSERT:
+        if (control) {
+            copyRows();
         }
         return control;
     case VK_SPACE:

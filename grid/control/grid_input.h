@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <string>
 
 namespace talvix::grid {
@@ -12,6 +13,10 @@ namespace talvix::grid {
 class GridInput {
 public:
     explicit GridInput(GridModel& model) : model_(model), gestures_(model) {}
+
+    /// Called when a user begins to drag selected rows, and for Ctrl+C.
+    std::function<void()> dragRows;
+    std::function<void()> copyRows;
 
     /// Buttons and shift keys are numbered as the events have them: left 1, right 2, middle 4;
     /// Shift 1, Ctrl 2, Alt 4.
@@ -23,6 +28,8 @@ public:
     void ButtonUp(std::int16_t button, POINT point);
     void DoubleClick(POINT point);
     void MouseMove(POINT point);
+    /// Raises a click with the right button, wherever the mouse is.
+    void RightClick(PixelPoint point);
     /// True when the pointer got a shape of its own.
     bool SetPointer(HWND window) const;
     /// True when the key was used.
@@ -31,10 +38,13 @@ public:
     void Character(char16_t character, DWORD time);
 
 private:
-    enum class Drag { None, Heading, Border, Chip };
+    enum class Drag { None, Heading, Border, Chip, Rows };
 
     void RaiseMouse(std::u16string_view event, std::int16_t button, POINT point);
+    bool HasMoved(POINT point) const;
+    std::int32_t BorderUnder(POINT point) const;
     void PressLeft(POINT point);
+    void PressRow(const HitResult& hit, POINT point);
     void ReleaseLeft(POINT point);
     void DropHeading(POINT point);
     void DropChip(POINT point);
@@ -46,6 +56,7 @@ private:
     Drag drag_ = Drag::None;
     std::size_t dragged_ = 0; ///< column index, or place of a chip
     POINT pressed_{};
+    RowRef pressedRow_; ///< a selected row that a drag may begin on; a mere click selects it alone
     std::int32_t widthBefore_ = 0;
     bool afterDoubleClick_ = false;
     std::u16string typed_;

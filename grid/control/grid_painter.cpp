@@ -87,6 +87,7 @@ void GridPainter::Draw(HDC dc, const RECT& place, bool focused) {
     SetBkMode(dc, TRANSPARENT);
     Fill(dc, RECT{0, 0, size.cx, size.cy}, GetSysColor(COLOR_WINDOW));
     DrawRows(dc, size, focused);
+    DrawEmptyHint(dc, size);
     if (model_.layout.headerVisible) {
         DrawHeader(dc, size.cx);
     }
@@ -190,6 +191,16 @@ void GridPainter::DrawRows(HDC dc, const SIZE& size, bool focused) {
     }
 }
 
+void GridPainter::DrawEmptyHint(HDC dc, const SIZE& size) {
+    if (model_.rows.Count() == 0 || !model_.rows.ShownNumbers().empty()) {
+        return;
+    }
+    const std::int32_t top = model_.layout.RowsTop() + model_.layout.metrics.rowHeight;
+    SetTextColor(dc, GetSysColor(COLOR_GRAYTEXT));
+    DrawString(dc, RECT{0, top, size.cx, top + model_.layout.metrics.rowHeight},
+               u"Keine Zeile entspricht dem Filter.", Alignment::Centre);
+}
+
 void GridPainter::DrawRow(HDC dc, const RECT& line, const RowRef& row, bool odd, bool focused) {
     const bool selected = model_.rows.IsSelected(row);
     const COLORREF window = GetSysColor(COLOR_WINDOW);
@@ -255,27 +266,35 @@ void GridPainter::DrawCell(HDC dc, RECT cell, const RowRef& row, const Column& c
 }
 
 void GridPainter::DrawImage(HDC dc, const RECT& cell, const RowRef& row, const Column& column) {
-    const std::int32_t side = GetSystemMetrics(SM_CXSMICON);
-    const std::int32_t top = (cell.top + cell.bottom - side) / 2;
-    const std::int32_t left =
-        cell.left + std::max(0, static_cast<std::int32_t>(cell.right - cell.left - side)) / 2;
+    const auto centred = [&](std::int32_t width, std::int32_t height) {
+        return POINT{cell.left + std::max<LONG>(0, cell.right - cell.left - width) / 2,
+                     (cell.top + cell.bottom - height) / 2};
+    };
     const Value own = model_.rows.PictureOf(row, column.index);
     const auto* object = own.If<Object>();
     if (object != nullptr && *object != nullptr) {
         if (const auto picture = ComPtr<IPicture>::From(UnknownOf(*object).Get())) {
+            const std::int32_t side = GetSystemMetrics(SM_CXSMICON);
+            const POINT place = centred(side, side);
             OLE_XSIZE_HIMETRIC width = 0;
             OLE_YSIZE_HIMETRIC height = 0;
             picture->get_Width(&width);
             picture->get_Height(&height);
-            picture->Render(dc, left, top, side, side, 0, height, width, -height, nullptr);
+            picture->Render(dc, place.x, place.y, side, side, 0, height, width, -height, nullptr);
         }
         return;
     }
     const auto number = NumericContent(model_.rows.Get(row, column.index));
     if (number && *number >= 1 && *number < INT32_MAX && model_.options.imageList != 0) {
-        ImageList_Draw(
-            reinterpret_cast<HIMAGELIST>(static_cast<LONG_PTR>(model_.options.imageList)),
-            static_cast<int>(*number) - 1, dc, left, top, ILD_TRANSPARENT);
+        auto* const images =
+            reinterpret_cast<HIMAGELIST>(static_cast<LONG_PTR>(model_.options.imageList));
+        int width = 0;
+        int height = 0;
+        if (ImageList_GetIconSize(images, &width, &height) != FALSE) {
+            const POINT place = centred(width, height);
+            ImageList_Draw(images, static_cast<int>(*number) - 1, dc, place.x, place.y,
+                           ILD_TRANSPARENT);
+        }
     }
 }
 

@@ -5,6 +5,9 @@
 
 #include <windows.h>
 
+#include <optional>
+#include <string>
+
 namespace talvix::grid {
 
 /// Draws a grid with the system's colours and fonts; only what is visible.
@@ -19,7 +22,18 @@ public:
     /// The same without flicker, through a picture in memory.
     void DrawBuffered(HDC dc, const RECT& place, bool focused);
 
+    /// Pixels at 96 dpi that a column's caption and longest texts need.
+    std::int32_t BestWidth(std::size_t column);
+    /// A text that does not fit into its place.
+    struct CutText {
+        RECT place{}; ///< pixels from the window's corner
+        std::u16string text;
+    };
+    /// The cut text under a point; nothing where all can be read.
+    std::optional<CutText> CutTextAt(POINT point);
+
 private:
+    std::int32_t WidthOf(HDC dc, std::u16string_view text) const;
     void DrawGroupBox(HDC dc, std::int32_t width);
     void DrawHeader(HDC dc, std::int32_t width);
     void DrawSortArrow(HDC dc, const RECT& cell, bool descending);
@@ -28,6 +42,7 @@ private:
     void DrawHeading(HDC dc, const RECT& line, const GroupNode& node);
     void DrawCell(HDC dc, RECT cell, const RowRef& row, const Column& column);
     void DrawImage(HDC dc, const RECT& cell, const RowRef& row, const Column& column);
+    void DrawEmptyHint(HDC dc, const SIZE& size);
     void DrawString(HDC dc, RECT box, std::u16string_view text, Alignment alignment);
 
     GridModel& model_;

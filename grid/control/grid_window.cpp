@@ -1,8 +1,12 @@
 #include "grid/control/grid_window.h"
 
+#include "grid/control/header_menu.h"
+#include "grid/control/row_data.h"
+#include "grid/model/rows_as_text.h"
 #include "platform/win32/com/com_ptr.h"
 #include "platform/win32/com/guards.h"
 #include "platform/win32/com/module.h"
+#include "platform/win32/wide.h"
 
 #include <windows.h>
 
@@ -32,6 +36,16 @@ bool EnsureWindowClass(WNDPROC procedure) {
     return RegisterClassExW(&own) != 0;
 }
 
+RowData SelectedData(GridModel& model) {
+    RowData data{SelectedRowsAsText(model), {}};
+    for (std::u16string& file : SelectedFiles(model)) {
+        if (GetFileAttributesW(Wide(file)) != INVALID_FILE_ATTRIBUTES) {
+            data.files.push_back(std::move(file));
+        }
+    }
+    return data;
+}
+
 RECT ClientOf(HWND window) {
     RECT client{};
     GetClientRect(window, &client);
@@ -45,7 +59,13 @@ std::int32_t Signed16(DWORD_PTR word) {
 } // namespace
 
 GridWindow::GridWindow(SharedGrid model)
-    : model_(std::move(model)), painter_(*model_), input_(*model_) {}
+    : model_(std::move(model)), painter_(*model_), input_(*model_) {
+    input_.dragRows = [this] {
+        ReleaseCapture();
+        DragOut(SelectedData(*model_));
+    };
+    input_.copyRows = [this] { CopyToClipboard(window_, SelectedData(*model_)); };
+}
 
 GridWindow::~GridWindow() {
     Destroy();
@@ -65,6 +85,8 @@ bool GridWindow::Create(HWND parent, const RECT& place, std::function<void()> on
         return false;
     }
     painter_.Measure();
+    tips_.Create(window_);
+    accessible_.SetWindow(window_);
     model_->view = this;
     UpdateScrollBars();
     return true;
@@ -161,6 +183,7 @@ void GridWindow::UpdateScrollBars() {
 void GridWindow::ScrollBy(bool vertical, std::int32_t amount) {
     std::int32_t& place = vertical ? model_->layout.firstLine : model_->layout.scrollX;
     place = std::max(0, place + amount);
+    tips_.Hide();
     UpdateScrollBars();
     InvalidateRect(window_, nullptr, FALSE);
 }
@@ -216,6 +239,7 @@ LRESULT CALLBACK GridWindow::Procedure(HWND window, UINT message, WPARAM wParam,
     if (message == WM_NCDESTROY) {
         SetWindowLongPtrW(window, GWLP_USERDATA, 0);
         own->window_ = nullptr;
+        own->accessible_.SetWindow(nullptr);
         own->model_->view = nullptr;
         own->refreshPosted_ = false;
         return DefWindowProcW(window, message, wParam, lParam);
@@ -234,6 +258,7 @@ LRESULT GridWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case kRefresh:
         refreshPosted_ = false;
         UpdateScrollBars();
+        accessible_.TellChanges();
         InvalidateRect(window_, nullptr, FALSE);
         return 0;
     case WM_PAINT:
@@ -248,6 +273,16 @@ LRESULT GridWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_VSCROLL:
     case WM_HSCROLL:
         OnScroll(message == WM_VSCROLL, wParam);
+        return 0;
+    case WM_NOTIFY:
+        return tips_.Notify(*reinterpret_cast<const NMHDR*>(lParam)).value_or(0);
+    case WM_GETOBJECT:
+        if (const auto answer = accessible_.GetObject(wParam, lParam)) {
+            return *answer;
+        }
+        return DefWindowProcW(window_, message, wParam, lParam);
+    case WM_CONTEXTMENU:
+        OpenContextMenu(lParam);
         return 0;
     case WM_SETTINGCHANGE:
     case WM_SYSCOLORCHANGE:
@@ -267,6 +302,7 @@ LRESULT GridWindow::HandleKeyboard(UINT message, WPARAM wParam, LPARAM lParam) {
         return DLGC_WANTARROWS | DLGC_WANTCHARS | (wParam == VK_RETURN ? DLGC_WANTMESSAGE : 0);
     case WM_SETFOCUS:
         onFocus_();
+        accessible_.TellFocus();
         InvalidateRect(window_, nullptr, FALSE);
         return 0;
     case WM_KILLFOCUS:
@@ -282,6 +318,29 @@ LRESULT GridWindow::HandleKeyboard(UINT message, WPARAM wParam, LPARAM lParam) {
     default:
         return HandleMouse(message, wParam, lParam);
     }
+}
+
+/// A heading has a menu of its own, unless the host has answered the click with one.
+void GridWindow::RightButtonUp(POINT point) {
+    const HitResult hit = model_->HitTest(point.x, point.y);
+    const std::uint32_t before = menus_;
+    input_.ButtonUp(GridInput::ButtonOf(WM_RBUTTONUP), point);
+    if (hit.area == Area::Heading && menus_ == before && window_ != nullptr) {
+        ShowHeaderMenu(*model_, window_,
+                       model_->columns.IndexAt(static_cast<std::size_t>(hit.column)));
+    }
+}
+
+/// Shift+F10 and the menu key come without a point: they are a right click on the current row.
+void GridWindow::OpenContextMenu(LPARAM screenPoint) {
+    if (screenPoint != -1) {
+        return; // a mouse's right click was raised already
+    }
+    const RowRef current = model_->rows.Current();
+    if (current.id != 0) {
+        ScrollTo(model_->rows.NumberOf(current));
+    }
+    input_.RightClick(model_->PointOf(current));
 }
 
 /// Three lines for each notch; finer wheels add up.
@@ -308,12 +367,19 @@ LRESULT GridWindow::HandleMouse(UINT message, WPARAM wParam, LPARAM lParam) {
         input_.DoubleClick(point);
         return 0;
     case WM_LBUTTONUP:
-    case WM_RBUTTONUP:
     case WM_MBUTTONUP:
         ReleaseCapture();
         input_.ButtonUp(GridInput::ButtonOf(message), point);
         return 0;
+    case WM_RBUTTONUP:
+        ReleaseCapture();
+        RightButtonUp(point);
+        return 0;
+    case WM_ENTERMENULOOP:
+        ++menus_;
+        break;
     case WM_MOUSEMOVE:
+        tips_.MouseMove(point);
         input_.MouseMove(point);
         return 0;
     case WM_SETCURSOR:

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "grid/control/accessible_events.h"
 #include "grid/control/grid_input.h"
 #include "grid/control/grid_painter.h"
+#include "grid/control/grid_tips.h"
 #include "grid/model/grid_objects.h"
 
 #include <windows.h>
@@ -34,6 +36,7 @@ public:
 
     void Refresh() override;
     void ScrollTo(std::int32_t number) override;
+    std::int32_t BestWidth(std::size_t column) override { return painter_.BestWidth(column); }
     std::int64_t Window() const override { return reinterpret_cast<LONG_PTR>(window_); }
 
 private:
@@ -41,6 +44,8 @@ private:
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT HandleKeyboard(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT HandleMouse(UINT message, WPARAM wParam, LPARAM lParam);
+    void RightButtonUp(POINT point);
+    void OpenContextMenu(LPARAM screenPoint);
     void TurnWheel(int amount);
     void Paint();
     void UpdateScrollBars();
@@ -50,10 +55,13 @@ private:
 
     SharedGrid model_;
     GridPainter painter_;
+    GridTips tips_{painter_};
+    AccessibleEvents accessible_{model_};
     GridInput input_;
     HWND window_ = nullptr;
     IUnknown* owner_ = nullptr;
     std::function<void()> onFocus_;
+    std::uint32_t menus_ = 0; ///< menus that were opened over this window
     bool refreshPosted_ = false;
     int wheelRest_ = 0;
 };

@@ -1,28 +1,29 @@
 #pragma once
 
 #include "grid/control/part.h"
+#include "grid/model/grid_objects.h"
 
 #include <ocidl.h>
 
 namespace talvix::grid {
 
-/// The control keeps nothing of its own in its container: hosts set it up anew each time.
+/// Keeps switches, columns and layout in a container's stream, rows never. A stream that is none of
+/// ours, or cut short, is refused and leaves the grid as it is.
 class PersistStreamInitPart : public Part<IPersistStreamInit> {
 public:
-    explicit PersistStreamInitPart(IUnknown& identity) : Part(identity) {}
+    PersistStreamInitPart(IUnknown& identity, SharedGrid model)
+        : Part(identity), model_(std::move(model)) {}
 
     STDMETHODIMP GetClassID(CLSID* id) override;
-    STDMETHODIMP IsDirty() override { return S_FALSE; }
-    STDMETHODIMP Load(IStream*) override { return S_OK; }
-    STDMETHODIMP Save(IStream*, BOOL) override { return S_OK; }
-    STDMETHODIMP GetSizeMax(ULARGE_INTEGER* size) override {
-        if (size == nullptr) {
-            return E_POINTER;
-        }
-        size->QuadPart = 0;
-        return S_OK;
-    }
-    STDMETHODIMP InitNew() override { return S_OK; }
+    STDMETHODIMP IsDirty() override;
+    STDMETHODIMP Load(IStream* stream) override;
+    STDMETHODIMP Save(IStream* stream, BOOL clearsDirty) override;
+    STDMETHODIMP GetSizeMax(ULARGE_INTEGER* size) override;
+    STDMETHODIMP InitNew() override;
+
+private:
+    SharedGrid model_;
+    std::u16string saved_; ///< the state that the container has
 };
 
 } // namespace talvix::grid

@@ -112,6 +112,17 @@ HitResult GridModel::HitTest(std::int32_t x, std::int32_t y) {
     return hit;
 }
 
+PixelPoint GridModel::PointOf(const RowRef& row) {
+    PixelPoint point{layout.Scaled(4), layout.RowsTop() + layout.metrics.rowHeight / 2};
+    if (rows.IsAlive(row)) {
+        const std::vector<std::int32_t>& shown = rows.ShownNumbers();
+        const auto line =
+            std::lower_bound(shown.begin(), shown.end(), rows.NumberOf(row)) - shown.begin();
+        point.y = layout.TopOfLine(static_cast<std::int32_t>(line)) + layout.metrics.rowHeight / 2;
+    }
+    return point;
+}
+
 std::u16string GridModel::HeadingText(const GroupNode& node) const {
     const Column& column = columns.At(rows.Groups()[static_cast<std::size_t>(node.level)].column);
     return column.caption + u": " + ShownText(node.value, column.dataType, culture) + u" (" +
@@ -137,13 +148,17 @@ bool GridModel::FitColumns(std::span<const std::size_t> which) {
 }
 
 bool GridModel::ClickHeading(std::size_t column) {
+    const auto sorting = rows.Sorting();
+    return SortByUser(column, sorting && sorting->column == column && !sorting->descending);
+}
+
+bool GridModel::SortByUser(std::size_t column, bool descending) {
     std::array<Value, 2> arguments{static_cast<std::int32_t>(columns.PositionOf(column)), false};
     events.Raise(u"BeforeClickSort", arguments);
     if (ToBoolean(arguments[1], culture)) {
         return false;
     }
-    const auto sorting = rows.Sorting();
-    Sort(column, sorting && sorting->column == column && !sorting->descending);
+    Sort(column, descending);
     return true;
 }
 

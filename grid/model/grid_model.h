@@ -40,6 +40,11 @@ struct HitResult {
     Area area = Area::Nothing;
 };
 
+struct PixelPoint {
+    std::int32_t x = 0;
+    std::int32_t y = 0;
+};
+
 /// How the grouping changes, as the event that asks beforehand numbers it.
 enum class GroupOperation : std::int32_t { Add = 1, Remove = 2, Move = 3 };
 
@@ -75,6 +80,8 @@ public:
     /// Replaces the grouping and raises AfterGroupChange.
     void ChangeGroups(std::vector<Grouping> groups);
     HitResult HitTest(std::int32_t x, std::int32_t y);
+    /// A point that hits the row, as far as it is in sight; of no row, one below the header.
+    PixelPoint PointOf(const RowRef& row);
     /// How a cell is shown; a heading gives "Caption: value (count)".
     std::u16string TextOf(const RowRef& row, std::size_t column) const;
     std::u16string HeadingText(const GroupNode& node) const;
@@ -85,6 +92,7 @@ public:
     // What a user's hands do; the events that ask beforehand are raised.
     /// Sorts by the column, the other way round when it was sorted by it. False when refused.
     bool ClickHeading(std::size_t column);
+    bool SortByUser(std::size_t column, bool descending);
     /// Groups by one column more, at a place in the grouping. False when refused.
     bool GroupByUser(std::size_t column, std::size_t place);
     bool UngroupByUser(std::size_t place);

@@ -28,6 +28,15 @@ std::int32_t Layout::TotalWidth() const {
     return LeftOf(columns_.Count()) + scrollX;
 }
 
+std::int32_t Layout::FirstVisible() const {
+    for (std::size_t position = 0; position < columns_.Count(); ++position) {
+        if (WidthAt(position) > 0) {
+            return static_cast<std::int32_t>(columns_.IndexAt(position));
+        }
+    }
+    return -1;
+}
+
 std::int32_t Layout::ColumnAt(std::int32_t x) const {
     std::int32_t right = -scrollX;
     for (std::size_t position = 0; position < columns_.Count(); ++position) {

@@ -52,6 +52,8 @@ public:
     std::int32_t WidthAt(std::size_t position) const;
     std::int32_t LeftOf(std::size_t position) const;
     std::int32_t TotalWidth() const;
+    /// Index of the first column that can be seen, -1 for none.
+    std::int32_t FirstVisible() const;
     /// Position of the column at x, -1 for none.
     std::int32_t ColumnAt(std::int32_t x) const;
     /// Position of the column whose right border is near x, -1 for none.
