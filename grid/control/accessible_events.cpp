@@ -7,7 +7,7 @@ std::optional<LRESULT> AccessibleEvents::GetObject(WPARAM wParam, LPARAM lParam)
         return std::nullopt;
     }
     const ComPtr<IAccessible> table = MakeAccessibleGrid(shared_);
-    return LresultFromObject(IID_IAccessible, wParam, table.Get());
+    return LresultFromObject(__uuidof(IAccessible), wParam, table.Get());
 }
 
 void AccessibleEvents::TellFocus() {

@@ -333,7 +333,8 @@ void GridWindow::RightButtonUp(POINT point) {
 
 /// Shift+F10 and the menu key come without a point: they are a right click on the current row.
 void GridWindow::OpenContextMenu(LPARAM screenPoint) {
-    if (screenPoint != -1) {
+    const auto words = static_cast<DWORD_PTR>(screenPoint);
+    if (Signed16(words) != -1 || Signed16(words >> 16U) != -1) {
         return; // a mouse's right click was raised already
     }
     const RowRef current = model_->rows.Current();
