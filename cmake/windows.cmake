@@ -84,6 +84,7 @@ target_link_libraries(TalvixDMS PRIVATE talvix_win32)
 
 talvix_server(TalvixGrid TalvixGrid.ocx grid/control grid/control/talvix_grid.idl)
 target_link_libraries(TalvixGrid PRIVATE talvix_win32 talvix_grid_model comctl32 oleacc)
+target_compile_options(TalvixGrid PRIVATE -Os) # the model beneath is built for speed
 
 # The workbench finds both servers beside itself through its manifest, registered or not.
 configure_file(workbench/program/workbench.manifest.in ${generated}/TalvixWorkbench.exe.manifest @ONLY)

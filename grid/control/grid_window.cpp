@@ -276,6 +276,9 @@ LRESULT GridWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         return 0;
     case WM_NOTIFY:
         return tips_.Notify(*reinterpret_cast<const NMHDR*>(lParam)).value_or(0);
+    case WM_COPY:
+        input_.copyRows();
+        return 0;
     case WM_GETOBJECT:
         if (const auto answer = accessible_.GetObject(wParam, lParam)) {
             return *answer;

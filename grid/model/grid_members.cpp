@@ -180,6 +180,10 @@ Value Filter(GridObject& grid, const Call& call) {
     return {};
 }
 
+Value FilterCount(GridObject& grid, const Call&) {
+    return grid.model->rows.PassingCount();
+}
+
 /// The index that a key or a position stands for; nothing for -1 or "".
 std::optional<std::size_t> ColumnOrNone(GridModel& model, const Value& column) {
     const auto number = NumericContent(column);
@@ -281,6 +285,7 @@ std::vector<Member<GridObject>> Table() {
         {{u"LoadLayout", kMethod, u"Text"}, LoadLayoutText},
         {{u"FileColumn", kGetPut, u""}, FileColumn},
         {{u"SelectionText", kGet, u""}, SelectionText},
+        {{u"FilterCount", kGet, u""}, FilterCount},
     };
 }
 

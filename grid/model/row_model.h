@@ -72,6 +72,8 @@ public:
     /// moves off them. An empty text shows all rows again.
     void SetFilter(std::u16string_view text, std::optional<std::size_t> column);
     const QuickFilter& Filter() const { return filter_; }
+    /// Number of the data rows that the filter lets pass.
+    std::int32_t PassingCount();
     /// Columns were shown, hidden or given another kind.
     void ColumnsChanged();
     /// Numbers of the rows that neither a closed heading nor the filter hides, ascending.

@@ -104,6 +104,13 @@ void RowModel::SetFilter(std::u16string_view text, std::optional<std::size_t> co
     Touch();
 }
 
+std::int32_t RowModel::PassingCount() {
+    Compact();
+    return static_cast<std::int32_t>(std::count_if(order_.begin(), order_.end(), [&](Line line) {
+        return filter_.Passes(static_cast<Slot>(line));
+    }));
+}
+
 /// Nobody may act on rows that he cannot see.
 void RowModel::LeaveHiddenRows() {
     Compact();

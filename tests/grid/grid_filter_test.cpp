@@ -39,6 +39,7 @@ TEST(GridFilter, HidesRowsInTheViewOnly) {
     EXPECT_EQ(rig.Count(), 3);
     EXPECT_EQ(rig.Names(), u"Grundriss Süd Grundriss Nord Schnitt SÜD");
     EXPECT_EQ(rig.Shown(), u"2-2 ");
+    EXPECT_EQ(rig.grid.Call(u"FilterCount"), Value(1));
     EXPECT_EQ(rig.grid.Call(u"Find", u"Number", 31), Value(3));
 }
 

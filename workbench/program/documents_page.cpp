@@ -12,6 +12,7 @@ namespace {
 
 constexpr int kFirstButton = 200;
 constexpr int kFolder = 250;
+constexpr int kFilter = 251;
 
 constexpr DocumentsPage::Button kButtons[] = {
     {u"&Neu…", PageCommand::Forward, u"btnNewDocument_Click", 70, false},
@@ -35,6 +36,9 @@ DocumentsPage::DocumentsPage(const Look& look) : Page(look) {
         const int id = kFirstButton + static_cast<int>(buttons_.size());
         buttons_.push_back(Add(L"BUTTON", each.caption, WS_TABSTOP, id));
     }
+    filterLabel_ = Add(L"STATIC", u"S&uchen:", SS_LEFT, -1);
+    filter_ = Add(L"EDIT", u"", ES_AUTOHSCROLL | WS_TABSTOP, kFilter, WS_EX_CLIENTEDGE);
+    ShowFilter();
 }
 
 const DocumentsPage::Button* DocumentsPage::ButtonOf(int id) {
@@ -44,6 +48,39 @@ const DocumentsPage::Button* DocumentsPage::ButtonOf(int id) {
 
 bool DocumentsPage::IsFolderEntered(int id, int notification) {
     return id == kFolder && notification == EN_KILLFOCUS;
+}
+
+bool DocumentsPage::IsFilterChanged(int id, int notification) {
+    return id == kFilter && notification == EN_CHANGE;
+}
+
+void DocumentsPage::ShowFilter() {
+    for (HWND control : {filterLabel_, filter_}) {
+        ShowWindow(control, IsVisible() && filterIsOpen_ ? SW_SHOWNA : SW_HIDE);
+    }
+}
+
+void DocumentsPage::Show(bool visible) {
+    Page::Show(visible);
+    ShowFilter();
+}
+
+void DocumentsPage::OpenFilter() {
+    filterIsOpen_ = true;
+    ShowFilter();
+    SetFocus(filter_);
+    SendMessageW(filter_, EM_SETSEL, 0, -1);
+}
+
+bool DocumentsPage::CloseFilter() {
+    if (!filterIsOpen_) {
+        return false;
+    }
+    filterIsOpen_ = false;
+    SetWindowTextW(filter_, L"");
+    ShowFilter();
+    SetFocus(GetWindow(gridHost_, GW_CHILD));
+    return true;
 }
 
 HWND DocumentsPage::RenewGridHost() {
@@ -99,6 +136,12 @@ void DocumentsPage::Layout(const RECT& place) {
     const RECT right{left + label + field + look().Scaled(6), place.top, place.right, place.bottom};
     int next = PlaceButtons(true, fits ? right : place, fits ? top : top + look().Scaled(32));
     next = PlaceButtons(false, place, next);
+    if (filterIsOpen_) {
+        MoveWindow(filterLabel_, left, next + look().Scaled(4), label, look().Scaled(20), TRUE);
+        MoveWindow(filter_, left + label, next, std::min(width - label, look().Scaled(320)),
+                   look().Scaled(23), TRUE);
+        next += look().Scaled(29);
+    }
     if (gridHost_ != nullptr) {
         MoveWindow(gridHost_, left, next, width, std::max(0, static_cast<int>(place.bottom) - next),
                    TRUE);

@@ -33,13 +33,27 @@ public:
     static bool IsFolderEntered(int id, int notification);
     std::u16string Folder() const { return TextOfControl(folder_); }
 
+    /// Opens the line with the quick filter and puts the keyboard into it.
+    void OpenFilter();
+    /// Empties and closes it; false when it was closed already.
+    bool CloseFilter();
+    bool IsFilterOpen() const { return filterIsOpen_; }
+    static bool IsFilterChanged(int id, int notification);
+    std::u16string FilterText() const { return TextOfControl(filter_); }
+
+    void Show(bool visible) override;
+
 private:
+    void ShowFilter();
     /// Places the buttons of one line, or of all lines that they take; the new top.
     int PlaceButtons(bool besideFolder, const RECT& place, int top);
 
     HWND folderLabel_ = nullptr;
     HWND folder_ = nullptr;
     HWND gridHost_ = nullptr;
+    HWND filterLabel_ = nullptr;
+    HWND filter_ = nullptr;
+    bool filterIsOpen_ = false;
     std::vector<HWND> buttons_;
 };
 

@@ -13,7 +13,10 @@ enum Command {
     kReadFolder,
     kFileMail,
     kFileSelected,
-    kExit
+    kExit,
+    kCopyRows,
+    kFilterRows,
+    kFitColumns
 };
 
 /// Gives the window its menu. The keys of it belong to the caller.

@@ -1,5 +1,6 @@
 #include "workbench/program/main_window.h"
 
+#include "automation/coercion.h"
 #include "automation/failure.h"
 #include "automation/text.h"
 #include "platform/win32/device_context.h"
@@ -7,10 +8,13 @@
 #include "workbench/host/summary.h"
 #include "workbench/program/control_host.h"
 #include "workbench/program/file_mail.h"
+#include "workbench/program/frame.h"
 #include "workbench/program/main_menu.h"
 #include "workbench/program/project_file.h"
 #include "workbench/program/project_prompt.h"
+#include "workbench/program/remembered_layout.h"
 #include "workbench/program/save_export.h"
+#include "workbench/program/text_file.h"
 
 #include <windows.h>
 #include <commctrl.h>
@@ -24,32 +28,8 @@ namespace {
 
 constexpr const wchar_t* kWindowClass = L"TalvixWorkbench";
 constexpr const char16_t* kProgram = u"Talvix Workbench";
-constexpr int kIcon = 1;
 constexpr int kTabs = 150;
 constexpr int kUnits = 96;
-
-double Now() {
-    LARGE_INTEGER count{};
-    LARGE_INTEGER frequency{};
-    QueryPerformanceCounter(&count);
-    QueryPerformanceFrequency(&frequency);
-    return static_cast<double>(count.QuadPart) / static_cast<double>(frequency.QuadPart);
-}
-
-HFONT MessageFont() {
-    NONCLIENTMETRICSW metrics{};
-    metrics.cbSize = sizeof metrics;
-    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
-    return CreateFontIndirectW(&metrics.lfMessageFont);
-}
-
-/// As large as is pleasant, but never larger than the screen.
-SIZE FirstSize(int dpi) {
-    RECT area{};
-    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
-    return {std::min<LONG>(MulDiv(1010, dpi, kUnits), area.right - area.left),
-            std::min<LONG>(MulDiv(640, dpi, kUnits), area.bottom - area.top)};
-}
 
 } // namespace
 
@@ -67,24 +47,17 @@ void MainWindow::ShowError(std::u16string_view text) const {
 }
 
 bool MainWindow::Start(const CommandLine& line) {
-    WNDCLASSEXW own{};
-    own.cbSize = sizeof own;
-    own.lpfnWndProc = Procedure;
-    own.hInstance = GetModuleHandleW(nullptr);
-    own.hIcon = LoadIconW(own.hInstance, MAKEINTRESOURCEW(kIcon));
-    own.hCursor = LoadCursorW(nullptr, MAKEINTRESOURCEW(32512));
-    own.hbrBackground = reinterpret_cast<HBRUSH>(static_cast<LONG_PTR>(COLOR_BTNFACE + 1));
-    own.lpszClassName = kWindowClass;
-    RegisterClassExW(&own);
+    RegisterFrame(kWindowClass, Procedure);
     const ScreenDc screen;
     dpi_ = GetDeviceCaps(screen.Get(), LOGPIXELSX);
     const SIZE size = FirstSize(dpi_);
     window_ = CreateWindowExW(0, kWindowClass, Wide(kProgram),
                               WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
-                              size.cx, size.cy, nullptr, nullptr, own.hInstance, this);
+                              size.cx, size.cy, nullptr, nullptr, GetModuleHandleW(nullptr), this);
     accelerators_.Reset(MakeMainMenu(window_));
     MakeControls();
     ShowWindow(window_, SW_SHOWDEFAULT);
+    remembersLayout_ = !line.exit; // a run without a user shows rows in their own order
     Attempt([&] {
         if (!line.file.empty()) {
             OpenFile(line.file);
@@ -94,7 +67,9 @@ bool MainWindow::Start(const CommandLine& line) {
         if (!line.folder.empty()) {
             ReadFolder(false);
         }
-        WriteSummary(line.summary);
+        if (!line.summary.empty()) {
+            WriteTextFile(line.summary, host::Summary(project_->Project(), seconds_, locale_));
+        }
     });
     if (project_ == nullptr) { // what was asked for could not be opened
         Attempt([&] { NewProject(u""); });
@@ -175,12 +150,25 @@ void MainWindow::Open(host::Project project, std::u16string_view path) {
     };
     auto opened = std::make_unique<OpenProject>(
         std::move(project), show, [this] { ShowState(); }, save);
+    CloseProject();
     AttachControl(opened->Grid(), documents_->RenewGridHost());
     project_ = std::move(opened);
     path_ = path;
     Layout();
     project_->Attach();
+    project_->GridLate().Set(u"FileColumn", u"PhysicalStore1");
+    if (remembersLayout_) {
+        layout_ = RestoreLayout(project_->GridLate());
+    }
     ShowState();
+}
+
+void MainWindow::CloseProject() {
+    documents_->CloseFilter();
+    if (project_ != nullptr && remembersLayout_) {
+        Attempt([&] { RememberLayout(project_->GridLate(), layout_); });
+    }
+    project_.reset();
 }
 
 void MainWindow::NewProject(std::u16string_view folder) {
@@ -237,30 +225,17 @@ void MainWindow::ReadFolder(bool withForm) {
     ShowState();
 }
 
-void MainWindow::WriteSummary(std::u16string_view path) const {
-    if (path.empty()) {
-        return;
-    }
-    const std::u16string target(path);
-    const OwnedFile file(CreateFileW(Wide(target), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                     FILE_ATTRIBUTE_NORMAL, nullptr));
-    const std::u16string text = u"\uFEFF" + host::Summary(project_->Project(), seconds_, locale_);
-    DWORD written = 0;
-    if (!file ||
-        WriteFile(file.Get(), text.data(), static_cast<DWORD>(text.size() * sizeof(char16_t)),
-                  &written, nullptr) == FALSE) {
-        throw Failure(failure_number::kUnexpected,
-                      u"Die Datei \"" + target + u"\" kann nicht geschrieben werden.");
-    }
-}
-
 void MainWindow::ShowState() {
     if (project_ == nullptr) {
         return;
     }
     const host::Project& project = project_->Project();
     const auto rows = static_cast<long long>(project.documents.size());
-    const std::u16string count = DecimalText(rows) + (rows == 1 ? u" Dokument" : u" Dokumente");
+    std::u16string count = DecimalText(rows) + (rows == 1 ? u" Dokument" : u" Dokumente");
+    if (documents_->IsFilterOpen()) {
+        const auto shown = NumericContent(project_->GridLate().Call(u"FilterCount"));
+        count = DecimalText(static_cast<long long>(shown.value_or(0))) + u" von " + count;
+    }
     SendMessageW(status_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(Wide(count)));
     const std::u16string file = path_.empty() ? u"Noch nicht gespeichert" : path_;
     SendMessageW(status_, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(Wide(file)));
@@ -274,6 +249,9 @@ void MainWindow::ShowState() {
 void MainWindow::OnControl(int id, int notification) {
     if (DocumentsPage::IsFolderEntered(id, notification)) {
         TakeFolder();
+    } else if (DocumentsPage::IsFilterChanged(id, notification)) {
+        project_->GridLate().Set(u"Filter", documents_->FilterText());
+        ShowState();
     } else if (settings_->TakeChange(id, notification, project_->Project())) {
         ShowState();
     }
@@ -331,7 +309,28 @@ void MainWindow::OnCommand(int command) {
         ReadFolder(true);
         break;
     default:
+        OnView(command);
         break;
+    }
+}
+
+void MainWindow::OnView(int command) {
+    const Late& grid = project_->GridLate();
+    if (command == kFilterRows) {
+        documents_->OpenFilter();
+        Layout();
+    } else if (command == IDCANCEL && documents_->CloseFilter()) {
+        Layout();
+    } else if (command == kCopyRows) {
+        const auto window = NumericContent(grid.Call(u"hWnd"));
+        SendMessageW(reinterpret_cast<HWND>(static_cast<LONG_PTR>(window.value_or(0))), WM_COPY, 0,
+                     0);
+    } else if (command == kFitColumns) {
+        const auto count = NumericContent(grid[u"Columns"].Call(u"Count"));
+        for (std::int32_t position = 0; position < static_cast<std::int32_t>(count.value_or(0));
+             ++position) {
+            grid(u"Columns", position).Call(u"BestFit");
+        }
     }
 }
 
@@ -376,7 +375,7 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         return 0;
     case WM_DESTROY:
-        project_.reset();
+        CloseProject();
         PostQuitMessage(0);
         return 0;
     default:

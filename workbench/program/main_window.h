@@ -37,6 +37,9 @@ private:
     void TakeFolder();
     void OnCommand(int command);
     void OnControl(int id, int notification);
+    /// Orders that concern the list as it is shown.
+    void OnView(int command);
+    void CloseProject();
     void OnButton(const DocumentsPage::Button& button);
 
     void Open(host::Project project, std::u16string_view path);
@@ -48,7 +51,6 @@ private:
     bool MayClose();
     /// `withForm` shows how it goes on and lets the user end it.
     void ReadFolder(bool withForm);
-    void WriteSummary(std::u16string_view path) const;
     void ShowState();
     void ShowError(std::u16string_view text) const;
     /// Runs a user's command; what fails is shown.
@@ -65,6 +67,8 @@ private:
     Win32Locale locale_;
     std::unique_ptr<OpenProject> project_;
     std::u16string path_;
+    std::u16string layout_; ///< of the grid when the project was opened
+    bool remembersLayout_ = true;
     double seconds_ = 0; ///< that the last import took
     int dpi_ = 96;
 };

@@ -25,7 +25,7 @@ public:
     Page& operator=(const Page&) = delete;
     virtual ~Page() = default;
 
-    void Show(bool visible);
+    virtual void Show(bool visible);
     bool IsVisible() const { return visible_; }
     /// Puts the controls into the rectangle.
     virtual void Layout(const RECT& place) = 0;
