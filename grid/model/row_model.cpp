@@ -62,7 +62,7 @@ Slot RowModel::TakeSlot() {
     const auto slot = static_cast<Slot>(ids_.size());
     cells_.Reserve(slot + 1);
     ids_.push_back(0);
-    selected_.push_back(0);
+    selected_.AddSlot();
     groupOf_.push_back(kNoNode);
     positions_.push_back(0);
     return slot;
@@ -72,7 +72,7 @@ RowRef RowModel::Add() {
     const Slot slot = TakeSlot();
     filter_.Forget(slot);
     ids_[slot] = nextId_++;
-    selected_[slot] = 0;
+    selected_.Set(slot, false);
     groupOf_[slot] = kNoNode;
     positions_[slot] = static_cast<std::int32_t>(Lines().size());
     order_.push_back(static_cast<Line>(slot));
@@ -215,7 +215,7 @@ void RowModel::Set(const RowRef& row, std::size_t column, const Value& value) {
     if (filter_.IsOn()) {
         filter_.Forget(SlotIn(row));
         if (!filter_.Passes(SlotIn(row))) {
-            selected_[SlotIn(row)] = 0;
+            selected_.Set(SlotIn(row), false);
         }
         Touch();
     }

@@ -2,6 +2,7 @@
 
 #include "grid/model/group_tree.h"
 #include "grid/model/quick_filter.h"
+#include "grid/model/selection_marks.h"
 #include "grid/model/value_index.h"
 
 #include <map>
@@ -105,6 +106,7 @@ private:
     std::int32_t Scan(std::size_t column, const Value& value, std::int32_t start);
     std::vector<std::uint8_t> HeadingsWithPassingRows();
     void LeaveHiddenRows();
+    void SelectAllOrNone(bool selected);
     std::vector<std::uint64_t> KeysOf(std::size_t column);
 
     ColumnSet& columns_;
@@ -114,7 +116,7 @@ private:
     QuickFilter filter_;
     GroupTree tree_;
     std::vector<std::int32_t> ids_; ///< by slot, 0 while free
-    std::vector<std::uint8_t> selected_;
+    SelectionMarks selected_;
     std::vector<std::int32_t> groupOf_;   ///< innermost heading, kNoNode before it is placed
     std::vector<std::int32_t> positions_; ///< place in Lines(), while positionsValid_
     std::vector<Slot> freeSlots_;
@@ -129,9 +131,11 @@ private:
     std::int32_t deadLines_ = 0;
     bool positionsValid_ = true;
     RowRef current_, lastAdded_;
-    std::uint64_t version_ = 1;       ///< of order and selection
-    std::uint64_t rangesVersion_ = 0; ///< at which ranges_ and shown_ were made
-    std::uint64_t shownVersion_ = 0;
+    std::uint64_t version_ = 1; ///< of the order
+    std::uint64_t selectionVersion_ = 1;
+    std::uint64_t rangesVersion_ = 0;   ///< of the order for which ranges_ was made
+    std::uint64_t rangesSelection_ = 0; ///< and of the selection
+    std::uint64_t shownVersion_ = 0;    ///< of the order for which shown_ was made
     std::vector<Range> ranges_;
     std::vector<std::int32_t> shown_;
 };

@@ -45,6 +45,9 @@ void RowModel::Place() {
         tree_.Build({rows, groups_, keys, cells_, columns_, culture_, [this] { return nextId_++; }},
                     display_, groupOf_);
     }
+    if (selected_.Base()) { // headings may have come that are not selected
+        selected_.BreakUniformity();
+    }
     positionsValid_ = false;
     Touch();
 }
@@ -121,10 +124,12 @@ void RowModel::LeaveHiddenRows() {
     for (const Line line : Lines()) {
         if (IsHeading(line) && passing[static_cast<std::size_t>(~line)] == 0) {
             tree_.At(~line).selected = false;
+            selected_.BreakUniformity();
         } else if (!IsHeading(line) && !filter_.Passes(static_cast<Slot>(line))) {
-            selected_[static_cast<Slot>(line)] = 0;
+            selected_.Set(static_cast<Slot>(line), false);
         }
     }
+    ++selectionVersion_;
     const RowRef current = Current();
     if (current.id != 0 && !IsHeading(current.line) &&
         !filter_.Passes(static_cast<Slot>(current.line))) {

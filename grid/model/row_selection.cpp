@@ -9,17 +9,18 @@ namespace talvix::grid {
 bool RowModel::IsSelected(const RowRef& row) const {
     CheckAlive(row);
     return IsHeading(row.line) ? tree_.At(NodeOf(row)).selected
-                               : selected_[static_cast<Slot>(row.line)] != 0;
+                               : selected_.Has(static_cast<Slot>(row.line));
 }
 
 void RowModel::Select(const RowRef& row, bool selected) {
     CheckAlive(row);
     if (IsHeading(row.line)) {
         tree_.At(NodeOf(row)).selected = selected;
+        selected_.BreakUniformity();
     } else {
-        selected_[static_cast<Slot>(row.line)] = selected ? 1 : 0;
+        selected_.Set(static_cast<Slot>(row.line), selected);
     }
-    Touch();
+    ++selectionVersion_;
 }
 
 void RowModel::SelectRange(std::int32_t first, std::int32_t last) {
@@ -29,15 +30,20 @@ void RowModel::SelectRange(std::int32_t first, std::int32_t last) {
                                                      DecimalText(Count()) +
                                                      u", its first row not behind its last");
     }
+    if (first == 1 && last == Count()) {
+        SelectAllOrNone(true);
+        return;
+    }
     for (std::int32_t number = first; number <= last; ++number) {
         const Line line = Lines()[static_cast<std::size_t>(number) - 1];
         if (IsHeading(line)) {
             tree_.At(~line).selected = true;
+            selected_.BreakUniformity();
         } else {
-            selected_[static_cast<Slot>(line)] = 1;
+            selected_.Set(static_cast<Slot>(line), true);
         }
     }
-    Touch();
+    ++selectionVersion_;
 }
 
 void RowModel::SelectUnfiltered(std::int32_t first, std::int32_t last) {
@@ -46,24 +52,36 @@ void RowModel::SelectUnfiltered(std::int32_t first, std::int32_t last) {
 }
 
 void RowModel::ClearSelection() {
-    std::fill(selected_.begin(), selected_.end(), std::uint8_t{0});
+    SelectAllOrNone(false);
+}
+
+void RowModel::SelectAllOrNone(bool selected) {
+    selected_.SetAll(selected);
     for (GroupNode& node : tree_.Nodes()) {
-        node.selected = false;
+        node.selected = selected;
     }
-    Touch();
+    ++selectionVersion_;
 }
 
 const std::vector<Range>& RowModel::Ranges() {
     Compact();
-    if (rangesVersion_ == version_) {
+    if (rangesVersion_ == version_ && rangesSelection_ == selectionVersion_) {
         return ranges_;
     }
+    rangesSelection_ = selectionVersion_;
+    rangesVersion_ = version_;
     ranges_.clear();
+    if (selected_.IsUniform()) {
+        if (selected_.Base() && Count() > 0) {
+            ranges_.emplace_back(1, Count());
+        }
+        return ranges_;
+    }
     const std::vector<Line>& lines = Lines();
     for (std::size_t at = 0; at < lines.size(); ++at) {
         const Line line = lines[at];
         const bool selected =
-            IsHeading(line) ? tree_.At(~line).selected : selected_[static_cast<Slot>(line)] != 0;
+            IsHeading(line) ? tree_.At(~line).selected : selected_.Has(static_cast<Slot>(line));
         const auto number = static_cast<std::int32_t>(at) + 1;
         if (!selected) {
             continue;
@@ -74,7 +92,6 @@ const std::vector<Range>& RowModel::Ranges() {
             ranges_.emplace_back(number, number);
         }
     }
-    rangesVersion_ = version_;
     return ranges_;
 }
 

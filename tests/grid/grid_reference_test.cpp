@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iterator>
 #include <random>
 #include <vector>
 
@@ -20,7 +21,12 @@ struct Reference {
         std::int32_t number;
         bool selected;
     };
+    bool Passes(const FakeCulture& culture, const Row& row) const {
+        return culture.UpperCase(row.name).find(filter) != std::u16string::npos ||
+               DecimalText(row.number).find(filter) != std::u16string::npos;
+    }
     std::vector<Row> rows;
+    std::u16string filter; ///< upper-case; "" for none
 };
 
 struct Pair {
@@ -38,6 +44,28 @@ struct Pair {
             ASSERT_EQ(model.rows.IsSelected(row), reference.rows[at].selected);
             ASSERT_EQ(model.rows.NumberOf(row), static_cast<std::int32_t>(at) + 1);
         }
+        ASSERT_NO_FATAL_FAILURE(CompareViews());
+    }
+    /// The ranges of the selection, and what the filter shows.
+    void CompareViews() {
+        std::vector<Range> ranges;
+        std::vector<std::int32_t> shown;
+        for (std::size_t at = 0; at < reference.rows.size(); ++at) {
+            const auto number = static_cast<std::int32_t>(at) + 1;
+            if (reference.Passes(culture, reference.rows[at])) {
+                shown.push_back(number);
+            }
+            if (!reference.rows[at].selected) {
+                continue;
+            }
+            if (ranges.empty() || ranges.back().second != number - 1) {
+                ranges.emplace_back(number, number);
+            }
+            ranges.back().second = number;
+        }
+        ASSERT_EQ(model.rows.Ranges(), ranges);
+        ASSERT_EQ(model.rows.ShownNumbers(), shown);
+        ASSERT_EQ(model.rows.PassingCount(), static_cast<std::int32_t>(shown.size()));
     }
     /// The reference's stable sort by what the grid is sorted by.
     void Resort() {
@@ -93,6 +121,54 @@ void SelectRow(Pair& pair, Random& random) {
     pair.reference.rows[at].selected = selected;
 }
 
+void SelectAllOrNone(Pair& pair, Random& random) {
+    const bool all = random() % 2 == 0 && pair.model.rows.Count() > 0;
+    if (all) {
+        pair.model.rows.SelectRange(1, pair.model.rows.Count());
+    } else {
+        pair.model.rows.ClearSelection();
+    }
+    for (Reference::Row& row : pair.reference.rows) {
+        row.selected = all;
+    }
+}
+
+void SelectSome(Pair& pair, Random& random) {
+    const std::size_t count = pair.reference.rows.size();
+    if (count == 0) {
+        return;
+    }
+    const std::size_t first = Below(random, count);
+    const std::size_t last = first + Below(random, count - first);
+    pair.model.rows.SelectRange(static_cast<std::int32_t>(first) + 1,
+                                static_cast<std::int32_t>(last) + 1);
+    for (std::size_t at = first; at <= last; ++at) {
+        pair.reference.rows[at].selected = true;
+    }
+}
+
+void FilterRows(Pair& pair, Random& random) {
+    static constexpr const char16_t* texts[] = {u"", u"n", u"N3", u"n4", u"2"};
+    const char16_t* text = texts[random() % std::size(texts)];
+    pair.model.rows.SetFilter(text, std::nullopt);
+    pair.reference.filter = pair.culture.UpperCase(text);
+    for (Reference::Row& row : pair.reference.rows) {
+        row.selected = row.selected && pair.reference.Passes(pair.culture, row);
+    }
+}
+
+void WriteName(Pair& pair, Random& random) {
+    if (pair.reference.rows.empty()) {
+        return;
+    }
+    const std::size_t at = Below(random, pair.reference.rows.size());
+    Reference::Row& row = pair.reference.rows[at];
+    row.name = u"n" + DecimalText(random() % 7);
+    pair.model.rows.Set(pair.model.rows.At(static_cast<std::int32_t>(at) + 1), 0, row.name);
+    const bool isFiltered = !pair.reference.filter.empty();
+    row.selected = row.selected && (!isFiltered || pair.reference.Passes(pair.culture, row));
+}
+
 void SortRows(Pair& pair, Random& random) {
     pair.model.Sort(random() % 2, random() % 2 == 0);
     pair.Resort();
@@ -127,12 +203,12 @@ void GroupAndUngroup(Pair& pair, Random& random) {
 } // namespace
 
 TEST(GridReference, RandomSequencesAgreeWithAPlainList) {
-    for (unsigned seed = 1; seed <= 60; ++seed) {
+    for (unsigned seed = 1; seed <= 150; ++seed) {
         SCOPED_TRACE(seed);
         Random random(seed);
         Pair pair;
         for (int step = 0; step < 80; ++step) {
-            switch (random() % 8) {
+            switch (random() % 14) {
             case 0:
                 RemoveRow(pair, random);
                 break;
@@ -147,6 +223,18 @@ TEST(GridReference, RandomSequencesAgreeWithAPlainList) {
                 break;
             case 4:
                 GroupAndUngroup(pair, random);
+                break;
+            case 5:
+                SelectAllOrNone(pair, random);
+                break;
+            case 6:
+                SelectSome(pair, random);
+                break;
+            case 7:
+                FilterRows(pair, random);
+                break;
+            case 8:
+                WriteName(pair, random);
                 break;
             default:
                 AddRow(pair, random);
