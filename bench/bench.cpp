@@ -74,6 +74,8 @@ int main(int count, char** arguments) {
         result = talvix::bench::LargeImportBench(folder);
     } else if (what == "folder" && !folder.empty()) {
         result = talvix::bench::FolderBench(folder);
+    } else if (what == "view") {
+        result = talvix::bench::ViewBench();
     } else {
         result = talvix::bench::GridBench(what);
     }

@@ -27,6 +27,8 @@ int GridBench(const std::string& what);
 int ImportBench(const std::u16string& folder);
 /// The folder holds flach-10000, flach-100000, tief-10000 and tief-100000 with as many files each.
 int LargeImportBench(const std::u16string& folder);
+/// Sorting, grouping, painting and finding in windows; needs a display.
+int ViewBench();
 int FolderBench(const std::u16string& folder);
 
 } // namespace talvix::bench

@@ -68,14 +68,16 @@ void GridPainter::Measure() {
     metrics.groupBoxHeight = metrics.headerHeight + scaled(16);
 }
 
-void GridPainter::DrawBuffered(HDC dc, const RECT& place, bool focused) {
-    const LONG width = std::max<LONG>(1, place.right - place.left);
-    const LONG height = std::max<LONG>(1, place.bottom - place.top);
+void GridPainter::DrawBuffered(HDC dc, const SIZE& window, const RECT& part, bool focused) {
+    const LONG width = std::max<LONG>(1, part.right - part.left);
+    const LONG height = std::max<LONG>(1, part.bottom - part.top);
     const OwnedMemoryDc memory(CreateCompatibleDC(dc));
     const OwnedBitmap bitmap(CreateCompatibleBitmap(dc, width, height));
     const Chosen chosen(memory.Get(), bitmap.Get());
-    Draw(memory.Get(), RECT{0, 0, width, height}, focused);
-    BitBlt(dc, place.left, place.top, width, height, memory.Get(), 0, 0, SRCCOPY);
+    IntersectClipRect(memory.Get(), 0, 0, width, height);
+    Draw(memory.Get(), RECT{-part.left, -part.top, window.cx - part.left, window.cy - part.top},
+         focused);
+    BitBlt(dc, part.left, part.top, width, height, memory.Get(), 0, 0, SRCCOPY);
 }
 
 void GridPainter::Draw(HDC dc, const RECT& place, bool focused) {
@@ -182,6 +184,9 @@ void GridPainter::DrawRows(HDC dc, const SIZE& size, bool focused) {
             break;
         }
         const RECT box{0, top, size.cx, top + layout.metrics.rowHeight};
+        if (RectVisible(dc, &box) == FALSE) {
+            continue;
+        }
         const RowRef row = model_.rows.At(shown[line]);
         DrawRow(dc, box, row, line % 2 != 0, focused);
         if (focused && row == current) {

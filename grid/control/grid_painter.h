@@ -19,8 +19,8 @@ public:
     /// change.
     void Measure();
     void Draw(HDC dc, const RECT& place, bool focused);
-    /// The same without flicker, through a picture in memory.
-    void DrawBuffered(HDC dc, const RECT& place, bool focused);
+    /// Draws a part of the window without flicker, through a picture in memory.
+    void DrawBuffered(HDC dc, const SIZE& window, const RECT& part, bool focused);
 
     /// Pixels at 96 dpi that a column's caption and longest texts need.
     std::int32_t BestWidth(std::size_t column);

@@ -11,6 +11,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace talvix::grid {
 
@@ -181,11 +182,21 @@ void GridWindow::UpdateScrollBars() {
 }
 
 void GridWindow::ScrollBy(bool vertical, std::int32_t amount) {
-    std::int32_t& place = vertical ? model_->layout.firstLine : model_->layout.scrollX;
+    Layout& layout = model_->layout;
+    std::int32_t& place = vertical ? layout.firstLine : layout.scrollX;
+    const std::int32_t before = place;
     place = std::max(0, place + amount);
     tips_.Hide();
     UpdateScrollBars();
-    InvalidateRect(window_, nullptr, FALSE);
+    const std::int32_t lines = place - before;
+    if (!vertical || !model_->Redraw() || std::abs(lines) >= PageLines()) {
+        InvalidateRect(window_, nullptr, FALSE);
+        return;
+    }
+    RECT rows = ClientOf(window_);
+    rows.top = layout.RowsTop();
+    ScrollWindowEx(window_, 0, -lines * layout.metrics.rowHeight, &rows, &rows, nullptr, nullptr,
+                   SW_INVALIDATE);
 }
 
 void GridWindow::OnScroll(bool vertical, WPARAM wParam) {
@@ -220,7 +231,9 @@ void GridWindow::Paint() {
     PAINTSTRUCT paint{};
     const HDC dc = BeginPaint(window_, &paint);
     if (model_->Redraw()) {
-        painter_.DrawBuffered(dc, ClientOf(window_), GetFocus() == window_);
+        const RECT client = ClientOf(window_);
+        painter_.DrawBuffered(dc, {client.right, client.bottom}, paint.rcPaint,
+                              GetFocus() == window_);
     }
     EndPaint(window_, &paint);
 }
