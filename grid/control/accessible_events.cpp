@@ -29,14 +29,14 @@ void AccessibleEvents::TellChanges() {
             TellFocus();
         }
     }
-    if (rows.Ranges() == selected_) {
+    if (rows.SelectionVersion() == selection_) {
         return;
     }
-    selected_ = rows.Ranges();
-    const bool isOne = selected_.size() == 1 && selected_.front().first == selected_.front().second;
-    if (isOne) {
+    selection_ = rows.SelectionVersion();
+    const std::vector<Range>& selected = rows.Ranges();
+    if (selected.size() == 1 && selected.front().first == selected.front().second) {
         NotifyWinEvent(EVENT_OBJECT_SELECTION, shared_->window, OBJID_CLIENT,
-                       AccessibleChildOf(*shared_->model, rows.At(selected_.front().first)));
+                       AccessibleChildOf(*shared_->model, rows.At(selected.front().first)));
     } else {
         NotifyWinEvent(EVENT_OBJECT_SELECTIONWITHIN, shared_->window, OBJID_CLIENT, CHILDID_SELF);
     }

@@ -27,7 +27,7 @@ private:
     SharedWindow shared_;
     RowRef current_;
     LONG rows_ = 0;
-    std::vector<Range> selected_;
+    std::uint64_t selection_ = 0; ///< version that was told
 };
 
 } // namespace talvix::grid

@@ -47,6 +47,17 @@ std::int32_t GridPainter::WidthOf(HDC dc, std::u16string_view text) const {
     return size.cx;
 }
 
+std::optional<std::int32_t> GridPainter::QuickWidth(std::u16string_view text) const {
+    std::int32_t width = 0;
+    for (const char16_t unit : text) {
+        if (unit < u' ' || unit >= kLatinUnits) {
+            return std::nullopt;
+        }
+        width += advances_[unit];
+    }
+    return width;
+}
+
 std::int32_t GridPainter::BestWidth(std::size_t column) {
     const Column& design = model_.columns.At(column);
     const ScreenDc screen;

@@ -1,6 +1,7 @@
 #include "grid/control/grid_painter.h"
 
 #include "automation/coercion.h"
+#include "grid/model/shown_text.h"
 #include "platform/win32/com/com_ptr.h"
 #include "platform/win32/com/late_dispatch.h"
 #include "platform/win32/device_context.h"
@@ -52,6 +53,7 @@ LOGFONTW MessageFont() {
 } // namespace
 
 void GridPainter::Measure() {
+    highContrast_ = HasHighContrast();
     LOGFONTW font = MessageFont();
     font_.Reset(CreateFontIndirectW(&font));
     font.lfWeight = FW_BOLD;
@@ -60,6 +62,9 @@ void GridPainter::Measure() {
     const Chosen chosen(screen.Get(), font_.Get());
     TEXTMETRICW text{};
     GetTextMetricsW(screen.Get(), &text);
+    textHeight_ = text.tmHeight;
+    GetCharWidth32W(screen.Get(), 0, kLatinUnits - 1, advances_.data());
+    dateTexts_.clear();
     Metrics& metrics = model_.layout.metrics;
     metrics.dpi = GetDeviceCaps(screen.Get(), LOGPIXELSY);
     const auto scaled = [&](int units) { return MulDiv(units, metrics.dpi, 96); };
@@ -102,13 +107,26 @@ void GridPainter::Draw(HDC dc, const RECT& place, bool focused) {
 void GridPainter::DrawString(HDC dc, RECT box, std::u16string_view text, Alignment alignment) {
     const std::int32_t padding = model_.layout.Scaled(kPadding);
     InflateRect(&box, -padding, 0);
-    UINT format = DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS;
-    format |= alignment == Alignment::Right    ? DT_RIGHT
-              : alignment == Alignment::Centre ? DT_CENTER
-                                               : DT_LEFT;
-    if (box.right > box.left && !text.empty()) {
-        DrawTextW(dc, WideUnits(text), static_cast<int>(text.size()), &box, format);
+    if (box.right <= box.left || text.empty()) {
+        return;
     }
+    const auto length = static_cast<int>(text.size());
+    const LONG room = box.right - box.left;
+    const auto width = QuickWidth(text);
+    if (drawsBold_ || !width || *width > room) {
+        const UINT side = alignment == Alignment::Right    ? DT_RIGHT
+                          : alignment == Alignment::Centre ? DT_CENTER
+                                                           : DT_LEFT;
+        DrawTextW(dc, WideUnits(text), length, &box,
+                  side | DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+        return;
+    }
+    // What fits needs none of DrawText's care, which takes several times as long.
+    const LONG left = alignment == Alignment::Right    ? box.right - *width
+                      : alignment == Alignment::Centre ? box.left + (room - *width) / 2
+                                                       : box.left;
+    ExtTextOutW(dc, left, box.top + (box.bottom - box.top - textHeight_) / 2, ETO_CLIPPED, &box,
+                WideUnits(text), static_cast<UINT>(length), nullptr);
 }
 
 void GridPainter::DrawGroupBox(HDC dc, std::int32_t width) {
@@ -211,7 +229,7 @@ void GridPainter::DrawRow(HDC dc, const RECT& line, const RowRef& row, bool odd,
     const COLORREF window = GetSysColor(COLOR_WINDOW);
     if (selected) {
         Fill(dc, line, GetSysColor(focused ? COLOR_HIGHLIGHT : COLOR_BTNFACE));
-    } else if (odd && !HasHighContrast()) {
+    } else if (odd && !highContrast_) {
         Fill(dc, line, Mixed(window, GetSysColor(COLOR_HIGHLIGHT), 5));
     }
     SetTextColor(dc, GetSysColor(!selected ? COLOR_WINDOWTEXT
@@ -258,16 +276,38 @@ void GridPainter::DrawHeading(HDC dc, const RECT& line, const GroupNode& node) {
         LineTo(dc, centre, sign.bottom - 2);
     }
     const Chosen chosenFont(dc, boldFont_.Get());
+    drawsBold_ = true;
     DrawString(dc, RECT{sign.right + layout.Scaled(2), line.top, line.right, line.bottom},
                model_.HeadingText(node), Alignment::Left);
+    drawsBold_ = false;
 }
 
 void GridPainter::DrawCell(HDC dc, RECT cell, const RowRef& row, const Column& column) {
     if (column.dataType == DataType::Image) {
         DrawImage(dc, cell, row, column);
     } else {
-        DrawString(dc, cell, model_.TextOf(row, column.index), column.alignment);
+        DrawString(dc, cell, CellText(row, column), column.alignment);
     }
+}
+
+/// Dates are formatted by the system, which takes longer than drawing them: those on the page are
+/// kept.
+const std::u16string& GridPainter::CellText(const RowRef& row, const Column& column) {
+    constexpr std::size_t kMostKept = 1000;
+    const Value value = model_.rows.Get(row, column.index);
+    const auto* date = value.If<Date>();
+    if (date == nullptr || column.dataType != DataType::Date) {
+        cellText_ = ShownText(value, column.dataType, model_.culture);
+        return cellText_;
+    }
+    if (dateTexts_.size() > kMostKept) {
+        dateTexts_.clear();
+    }
+    const auto [kept, isNew] = dateTexts_.try_emplace(date->days);
+    if (isNew) {
+        kept->second = ShownText(value, column.dataType, model_.culture);
+    }
+    return kept->second;
 }
 
 void GridPainter::DrawImage(HDC dc, const RECT& cell, const RowRef& row, const Column& column) {

@@ -5,8 +5,10 @@
 
 #include <windows.h>
 
+#include <array>
 #include <optional>
 #include <string>
+#include <unordered_map>
 
 namespace talvix::grid {
 
@@ -34,6 +36,9 @@ public:
 
 private:
     std::int32_t WidthOf(HDC dc, std::u16string_view text) const;
+    /// Width in the normal font, without asking the system; nothing for characters beyond Latin.
+    std::optional<std::int32_t> QuickWidth(std::u16string_view text) const;
+    const std::u16string& CellText(const RowRef& row, const Column& column);
     void DrawGroupBox(HDC dc, std::int32_t width);
     void DrawHeader(HDC dc, std::int32_t width);
     void DrawSortArrow(HDC dc, const RECT& cell, bool descending);
@@ -48,6 +53,13 @@ private:
     GridModel& model_;
     OwnedFont font_;
     OwnedFont boldFont_;
+    bool highContrast_ = false;
+    static constexpr std::size_t kLatinUnits = 0x180;
+    std::array<std::int32_t, kLatinUnits> advances_{}; ///< of the normal font's Latin characters
+    std::int32_t textHeight_ = 0;
+    bool drawsBold_ = false;
+    std::unordered_map<double, std::u16string> dateTexts_; ///< shown lately
+    std::u16string cellText_;
 };
 
 } // namespace talvix::grid

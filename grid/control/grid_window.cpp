@@ -166,19 +166,25 @@ void GridWindow::UpdateScrollBars() {
     Layout& layout = model_->layout;
     const auto lines = static_cast<std::int32_t>(model_->rows.ShownNumbers().size());
     layout.firstLine = std::clamp(layout.firstLine, 0, std::max(0, lines - PageLines()));
+    ShowScrollBar(SB_VERT, lines, PageLines(), layout.firstLine);
+    const std::int32_t width = ClientOf(window_).right;
+    layout.scrollX = std::clamp(layout.scrollX, 0, std::max(0, layout.TotalWidth() - width));
+    ShowScrollBar(SB_HORZ, layout.TotalWidth(), width, layout.scrollX);
+}
+
+/// Tells the system only what has changed: each telling paints the bar.
+void GridWindow::ShowScrollBar(int bar, std::int32_t count, std::int32_t page, std::int32_t place) {
     SCROLLINFO info{};
     info.cbSize = sizeof info;
     info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
-    info.nMax = std::max(0, lines - 1);
-    info.nPage = static_cast<UINT>(PageLines());
-    info.nPos = layout.firstLine;
-    SetScrollInfo(window_, SB_VERT, &info, TRUE);
-    const std::int32_t width = ClientOf(window_).right;
-    layout.scrollX = std::clamp(layout.scrollX, 0, std::max(0, layout.TotalWidth() - width));
-    info.nMax = std::max(0, layout.TotalWidth() - 1);
-    info.nPage = static_cast<UINT>(width);
-    info.nPos = layout.scrollX;
-    SetScrollInfo(window_, SB_HORZ, &info, TRUE);
+    info.nMax = std::max(0, count - 1);
+    info.nPage = static_cast<UINT>(page);
+    info.nPos = place;
+    SCROLLINFO& told = told_[bar == SB_VERT ? 1 : 0];
+    if (told.nMax != info.nMax || told.nPage != info.nPage || told.nPos != info.nPos) {
+        told = info;
+        SetScrollInfo(window_, bar, &info, TRUE);
+    }
 }
 
 void GridWindow::ScrollBy(bool vertical, std::int32_t amount) {
@@ -253,6 +259,7 @@ LRESULT CALLBACK GridWindow::Procedure(HWND window, UINT message, WPARAM wParam,
         SetWindowLongPtrW(window, GWLP_USERDATA, 0);
         own->window_ = nullptr;
         own->accessible_.SetWindow(nullptr);
+        own->told_ = {};
         own->model_->view = nullptr;
         own->refreshPosted_ = false;
         return DefWindowProcW(window, message, wParam, lParam);

@@ -9,6 +9,7 @@
 #include <windows.h>
 #include <unknwn.h>
 
+#include <array>
 #include <functional>
 
 namespace talvix::grid {
@@ -49,6 +50,7 @@ private:
     void TurnWheel(int amount);
     void Paint();
     void UpdateScrollBars();
+    void ShowScrollBar(int bar, std::int32_t count, std::int32_t page, std::int32_t place);
     void ScrollBy(bool vertical, std::int32_t amount);
     void OnScroll(bool vertical, WPARAM wParam);
     std::int32_t PageLines() const;
@@ -61,7 +63,8 @@ private:
     HWND window_ = nullptr;
     IUnknown* owner_ = nullptr;
     std::function<void()> onFocus_;
-    std::uint32_t menus_ = 0; ///< menus that were opened over this window
+    std::uint32_t menus_ = 0;          ///< menus that were opened over this window
+    std::array<SCROLLINFO, 2> told_{}; ///< of the horizontal and the vertical scroll bar
     bool refreshPosted_ = false;
     int wheelRest_ = 0;
 };

@@ -88,6 +88,8 @@ public:
     const std::vector<Range>& Ranges();
     /// Selects a range but for the rows that the filter hides.
     void SelectUnfiltered(std::int32_t first, std::int32_t last);
+    /// Another number each time that the selection may have changed.
+    std::uint64_t SelectionVersion() const { return selectionVersion_; }
     RowRef Current() const { return IsAlive(current_) ? current_ : RowRef{}; }
     /// A row that is not selected becomes the only selected one.
     void SetCurrent(const RowRef& row);
@@ -106,6 +108,9 @@ private:
     std::int32_t Scan(std::size_t column, const Value& value, std::int32_t start);
     std::vector<std::uint8_t> HeadingsWithPassingRows();
     void LeaveHiddenRows();
+    std::size_t EndOfGroup(std::size_t heading) const;
+    void AppendShown(std::size_t from, std::size_t to, std::vector<std::int32_t>& shown);
+    void UpdateShownBelow(const RowRef& heading);
     void SelectAllOrNone(bool selected);
     std::vector<std::uint64_t> KeysOf(std::size_t column);
 

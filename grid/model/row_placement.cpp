@@ -3,6 +3,7 @@
 #include "grid/model/sort_keys.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace talvix::grid {
 
@@ -67,8 +68,46 @@ void RowModel::SetExpanded(const RowRef& row, bool expanded) {
         throw Failure(failure_number::kInvalidArgument,
                       u"Only a group heading can be opened or closed");
     }
-    tree_.At(NodeOf(row)).expanded = expanded;
-    Touch();
+    GroupNode& node = tree_.At(NodeOf(row));
+    if (std::exchange(node.expanded, expanded) == expanded) {
+        return;
+    }
+    if (shownVersion_ == version_ && !filter_.IsOn()) {
+        UpdateShownBelow(row);
+    } else {
+        shownVersion_ = 0;
+    }
+}
+
+/// Place in the lines behind everything that belongs to a heading.
+std::size_t RowModel::EndOfGroup(std::size_t heading) const {
+    const std::vector<Line>& lines = Lines();
+    const std::int32_t level = tree_.At(~lines[heading]).level;
+    std::size_t end = heading + 1;
+    while (end < lines.size() &&
+           (IsHeading(lines[end]) ? tree_.At(~lines[end]).level > level
+                                  : groupOf_[static_cast<Slot>(lines[end])] != kNoNode)) {
+        ++end;
+    }
+    return end;
+}
+
+/// A heading was opened or closed: only what belongs to it comes or goes.
+void RowModel::UpdateShownBelow(const RowRef& heading) {
+    const std::int32_t number = NumberOf(heading);
+    const auto own = std::lower_bound(shown_.begin(), shown_.end(), number);
+    if (own == shown_.end() || *own != number) {
+        return; // hidden itself
+    }
+    const auto place = static_cast<std::size_t>(number) - 1;
+    const std::size_t end = EndOfGroup(place);
+    const auto behind = std::upper_bound(own, shown_.end(), static_cast<std::int32_t>(end));
+    const auto next = shown_.erase(own + 1, behind);
+    if (tree_.At(NodeOf(heading)).expanded) {
+        std::vector<std::int32_t> below;
+        AppendShown(place + 1, end, below);
+        shown_.insert(next, below.begin(), below.end());
+    }
 }
 
 void RowModel::SetAllExpanded(bool expanded) {
@@ -159,10 +198,16 @@ std::vector<std::uint8_t> RowModel::HeadingsWithPassingRows() {
 
 const std::vector<std::int32_t>& RowModel::ShownNumbers() {
     Compact();
-    if (shownVersion_ == version_) {
-        return shown_;
+    if (shownVersion_ != version_) {
+        shown_.clear();
+        AppendShown(0, Lines().size(), shown_);
+        shownVersion_ = version_;
     }
-    shown_.clear();
+    return shown_;
+}
+
+/// The numbers of the shown lines from a place to before another.
+void RowModel::AppendShown(std::size_t from, std::size_t to, std::vector<std::int32_t>& shown) {
     const std::vector<std::uint8_t> passing = HeadingsWithPassingRows();
     const auto isFiltered = [&](Line line) {
         return filter_.IsOn() && (IsHeading(line) ? passing[static_cast<std::size_t>(~line)] == 0
@@ -171,7 +216,7 @@ const std::vector<std::int32_t>& RowModel::ShownNumbers() {
     constexpr std::int32_t kAllShown = INT32_MAX;
     std::int32_t hiddenBelow = kAllShown; // level of the closed heading that hides what follows
     const std::vector<Line>& lines = Lines();
-    for (std::size_t at = 0; at < lines.size(); ++at) {
+    for (std::size_t at = from; at < to; ++at) {
         const bool isHeading = IsHeading(lines[at]);
         const bool isPlaced = isHeading || groupOf_[static_cast<Slot>(lines[at])] != kNoNode;
         if (!isPlaced || (isHeading && tree_.At(~lines[at]).level <= hiddenBelow)) {
@@ -180,13 +225,11 @@ const std::vector<std::int32_t>& RowModel::ShownNumbers() {
         if (hiddenBelow != kAllShown || isFiltered(lines[at])) {
             continue;
         }
-        shown_.push_back(static_cast<std::int32_t>(at) + 1);
+        shown.push_back(static_cast<std::int32_t>(at) + 1);
         if (isHeading && !tree_.At(~lines[at]).expanded) {
             hiddenBelow = tree_.At(~lines[at]).level;
         }
     }
-    shownVersion_ = version_;
-    return shown_;
 }
 
 } // namespace talvix::grid

@@ -244,6 +244,41 @@ TEST(GridReference, RandomSequencesAgreeWithAPlainList) {
     }
 }
 
+TEST(GridReference, OpenedAndClosedGroupsShowWhatAPlainWalkFinds) {
+    for (unsigned seed = 1; seed <= 40; ++seed) {
+        SCOPED_TRACE(seed);
+        Random random(seed);
+        Pair pair;
+        for (int row = 0; row < 30; ++row) {
+            AddRow(pair, random);
+        }
+        pair.model.ChangeGroups({{1, false}, {0, true}});
+        RowModel& rows = pair.model.rows;
+        for (int step = 0; step < 60; ++step) {
+            const RowRef row = rows.At(
+                static_cast<std::int32_t>(Below(random, static_cast<std::size_t>(rows.Count()))) +
+                1);
+            if (rows.HeadingOf(row) != nullptr) {
+                rows.SetExpanded(row, random() % 2 == 0);
+            }
+            std::vector<std::int32_t> expected;
+            std::vector<bool> open{true, true, true}; // above each level
+            for (std::int32_t number = 1; number <= rows.Count(); ++number) {
+                const GroupNode* heading = rows.HeadingOf(rows.At(number));
+                const std::size_t level =
+                    heading == nullptr ? 2 : static_cast<std::size_t>(heading->level);
+                if (open[level]) {
+                    expected.push_back(number);
+                }
+                for (std::size_t below = level + 1; heading != nullptr && below <= 2; ++below) {
+                    open[below] = open[level] && heading->expanded;
+                }
+            }
+            ASSERT_EQ(rows.ShownNumbers(), expected);
+        }
+    }
+}
+
 TEST(TextPool, KeepsEachTextOnceThroughRandomUse) {
     Random random(7);
     TextPool pool;
