@@ -22,6 +22,9 @@ Subscription EventSource::Connect(const std::shared_ptr<EventSink>& sink) {
 }
 
 void EventSource::Raise(std::u16string_view name, std::span<Value> arguments) const {
+    if (freezes_ > 0) {
+        return;
+    }
     const Sinks snapshot = *sinks_;
     for (const std::shared_ptr<EventSink>& sink : snapshot) {
         try {

@@ -1,6 +1,7 @@
 #include "grid/control/accessible.h"
 
 #include "automation/failure.h"
+#include "grid/control/client_area.h"
 #include "grid/control/list_enumerator.h"
 #include "platform/win32/com/bstr.h"
 #include "platform/win32/com/guards.h"
@@ -256,8 +257,7 @@ STDMETHODIMP Accessible::accHitTest(LONG left, LONG top, VARIANT* child) {
     return Guarded([&]() -> HRESULT {
         POINT point{left, top};
         MapWindowPoints(nullptr, Window(), &point, 1);
-        RECT client{};
-        GetClientRect(Window(), &client);
+        const RECT client = ClientOf(Window());
         return PtInRect(&client, point) == FALSE ? S_FALSE : Hand(ChildAt(point), child);
     });
 }

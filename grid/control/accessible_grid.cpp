@@ -1,4 +1,5 @@
 #include "grid/control/accessible.h"
+#include "grid/control/client_area.h"
 
 #include <algorithm>
 
@@ -9,12 +10,6 @@ namespace {
 /// Children before the first row.
 LONG HeaderChildren(const GridModel& model) {
     return model.layout.headerVisible ? 1 : 0;
-}
-
-RECT ClientOf(HWND window) {
-    RECT client{};
-    GetClientRect(window, &client);
-    return client;
 }
 
 class AccessibleGrid : public Accessible {

@@ -1,5 +1,6 @@
 #include "automation/failure.h"
 #include "grid/control/accessible.h"
+#include "grid/control/client_area.h"
 
 #include <algorithm>
 #include <array>
@@ -82,8 +83,7 @@ private:
 
     RECT RowPlace() {
         const Layout& layout = Model().layout;
-        RECT client{};
-        GetClientRect(Window(), &client);
+        const RECT client = ClientOf(Window());
         if (IsHeader()) {
             return {0, layout.GroupBoxBottom(), client.right, layout.RowsTop()};
         }
@@ -92,8 +92,7 @@ private:
     }
 
     LONG Sight(const RECT& place) {
-        RECT client{};
-        GetClientRect(Window(), &client);
+        const RECT client = ClientOf(Window());
         const LONG rowsTop = IsHeader() ? 0 : Model().layout.RowsTop();
         const bool isOff = place.bottom <= rowsTop || place.top >= client.bottom ||
                            place.right <= 0 || place.left >= client.right;

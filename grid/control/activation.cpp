@@ -1,6 +1,9 @@
 #include "grid/control/activation.h"
 
 #include "grid/control/grid_window.h"
+#include "platform/win32/com/variant.h"
+
+#include <olectl.h>
 
 namespace talvix::grid {
 
@@ -26,7 +29,24 @@ HRESULT Activation::SetClientSite(IOleClientSite* site) {
         Deactivate();
     }
     site_ = ComPtr<IOleClientSite>(site);
+    ReadAmbient();
     return S_OK;
+}
+
+bool Activation::AmbientFlag(DISPID id, bool otherwise) const {
+    const auto container = ComPtr<IDispatch>::From(site_.Get());
+    DISPPARAMS none{};
+    Variant answer;
+    const bool isTold = container && SUCCEEDED(container->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT,
+                                                                 DISPATCH_PROPERTYGET, &none,
+                                                                 answer.Get(), nullptr, nullptr));
+    return isTold && answer.Get()->vt == VT_BOOL ? answer.Get()->boolVal != VARIANT_FALSE
+                                                 : otherwise;
+}
+
+void Activation::ReadAmbient() {
+    window_.SetInert(!AmbientFlag(DISPID_AMBIENT_USERMODE, true) ||
+                     AmbientFlag(DISPID_AMBIENT_UIDEAD, false));
 }
 
 HRESULT Activation::Activate(bool withFocus) {

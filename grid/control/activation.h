@@ -26,6 +26,9 @@ public:
     void Close();
     HRESULT SetRects(const RECT& place, const RECT& clip);
     bool IsActive() const { return isActive_; }
+    /// Asks the container whether users may act on the control: not while a form is designed, nor
+    /// while the container has ended all use. A container that does not say lets them.
+    void ReadAmbient();
     GridWindow& Window() { return window_; }
 
     /// Extent in 1/100 millimetre.
@@ -34,12 +37,12 @@ public:
     DWORD viewAspects = 0;
     DWORD viewFlags = 0;
     ComPtr<IOleAdviseHolder> adviseHolder;
-    bool eventsFrozen = false;
 
 private:
     HRESULT Show();
     HRESULT EnterWindow(IOleInPlaceSite* site);
     HRESULT TakeFocus();
+    bool AmbientFlag(DISPID id, bool otherwise) const;
 
     IUnknown& control_;
     GridWindow& window_;

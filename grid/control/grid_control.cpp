@@ -24,11 +24,12 @@ GridControl::GridControl()
       window_(model_),
       activation_(Self(), window_, inPlaceActiveObject_),
       oleObject_(Self(), activation_),
-      oleControl_(Self(), activation_),
+      oleControl_(Self(), activation_, model_),
       inPlaceObject_(Self(), activation_),
       inPlaceActiveObject_(Self(), activation_),
       viewObject_(Self(), window_, activation_),
       persistStreamInit_(Self(), model_),
+      dataObject_(Self(), model_),
       classInfo_(Self()),
       connectionPoints_(Self(), model_) {
     window_.SetOwner(&Self());
@@ -60,6 +61,7 @@ void* GridControl::Find(REFIID id) {
         {&IID_IViewObjectEx, static_cast<IViewObjectEx*>(&viewObject_)},
         {&IID_IPersist, static_cast<IPersistStreamInit*>(&persistStreamInit_)},
         {&IID_IPersistStreamInit, static_cast<IPersistStreamInit*>(&persistStreamInit_)},
+        {&IID_IDataObject, static_cast<IDataObject*>(&dataObject_)},
         {&IID_IProvideClassInfo, static_cast<IProvideClassInfo2*>(&classInfo_)},
         {&IID_IProvideClassInfo2, static_cast<IProvideClassInfo2*>(&classInfo_)},
         {&IID_IConnectionPointContainer,

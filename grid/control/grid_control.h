@@ -3,6 +3,7 @@
 #include "grid/control/activation.h"
 #include "grid/control/class_info.h"
 #include "grid/control/connection_points.h"
+#include "grid/control/data_object.h"
 #include "grid/control/grid_window.h"
 #include "grid/control/in_place_active_object.h"
 #include "grid/control/in_place_object.h"
@@ -60,6 +61,7 @@ private:
     InPlaceActiveObjectPart inPlaceActiveObject_;
     ViewObjectPart viewObject_;
     PersistStreamInitPart persistStreamInit_;
+    DataObjectPart dataObject_;
     ClassInfoPart classInfo_;
     ConnectionPointsPart connectionPoints_;
 };

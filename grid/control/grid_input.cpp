@@ -138,6 +138,7 @@ bool GridInput::HasMoved(POINT point) const {
 void GridInput::ReleaseLeft(POINT point) {
     const Drag drag = std::exchange(drag_, Drag::None);
     const bool moved = HasMoved(point);
+    MarkDrop(pressed_); // nothing is dragged any more
     if (drag == Drag::Heading && !moved) {
         model_.ClickHeading(dragged_);
     } else if (drag == Drag::Heading) {
@@ -188,6 +189,32 @@ void GridInput::DoubleClick(POINT point) {
     model_.events.Raise(u"DblClick", {});
 }
 
+void GridInput::MarkDrop(POINT point) {
+    Layout& layout = model_.layout;
+    const auto before = layout.dropMark;
+    layout.dropMark.reset();
+    const bool isDragged = (drag_ == Drag::Heading || drag_ == Drag::Chip) && HasMoved(point);
+    const HitResult hit = model_.HitTest(point.x, point.y);
+    const std::int32_t width = layout.Scaled(3);
+    const std::size_t groups = model_.rows.Groups().size();
+    if (isDragged && hit.area == Area::GroupByBox) {
+        const std::int32_t chip = layout.ChipUnder(point.x, point.y, groups);
+        const Box box = layout.ChipAt(chip >= 0 ? static_cast<std::size_t>(chip) : groups);
+        layout.dropMark = Box{box.left - width - 1, box.top, box.left - 1, box.bottom};
+    } else if (isDragged && drag_ == Drag::Heading && hit.area == Area::Heading) {
+        const auto target = static_cast<std::size_t>(hit.column);
+        const bool toTheRight = model_.columns.PositionOf(dragged_) < target;
+        const std::int32_t x = layout.LeftOf(target) + (toTheRight ? layout.WidthAt(target) : 0);
+        layout.dropMark =
+            Box{x - width / 2, layout.GroupBoxBottom(), x - width / 2 + width, layout.RowsTop()};
+    }
+    const auto left = [](const std::optional<Box>& mark) { return mark ? mark->left : -1; };
+    if (before.has_value() != layout.dropMark.has_value() ||
+        left(before) != left(layout.dropMark)) {
+        model_.Changed();
+    }
+}
+
 void GridInput::RightClick(PixelPoint point) {
     const POINT place{point.x, point.y};
     ButtonDown(2, place);
@@ -201,6 +228,7 @@ void GridInput::MouseMove(POINT point) {
         return;
     }
     if (drag_ != Drag::Border) {
+        MarkDrop(point);
         return;
     }
     const std::int32_t units = (point.x - pressed_.x) * 96 / model_.layout.metrics.dpi;

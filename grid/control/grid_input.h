@@ -47,6 +47,8 @@ private:
     void PressRow(const HitResult& hit, POINT point);
     void ReleaseLeft(POINT point);
     void DropHeading(POINT point);
+    /// Marks where a dragged heading or chip would go, or takes the mark away.
+    void MarkDrop(POINT point);
     void DropChip(POINT point);
     bool Navigate(int key, std::int32_t pageLines, bool control, bool shift);
     bool Act(int key, bool control);

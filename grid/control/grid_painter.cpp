@@ -101,6 +101,10 @@ void GridPainter::Draw(HDC dc, const RECT& place, bool focused) {
     if (model_.layout.groupByBox) {
         DrawGroupBox(dc, size.cx);
     }
+    if (const auto& mark = model_.layout.dropMark) {
+        Fill(dc, RECT{mark->left, mark->top, mark->right, mark->bottom},
+             GetSysColor(COLOR_HIGHLIGHT));
+    }
     RestoreDC(dc, saved);
 }
 

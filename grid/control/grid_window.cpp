@@ -1,5 +1,6 @@
 #include "grid/control/grid_window.h"
 
+#include "grid/control/client_area.h"
 #include "grid/control/header_menu.h"
 #include "grid/control/row_data.h"
 #include "grid/model/rows_as_text.h"
@@ -11,7 +12,6 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace talvix::grid {
 
@@ -35,22 +35,6 @@ bool EnsureWindowClass(WNDPROC procedure) {
     own.hCursor = LoadCursorW(nullptr, MAKEINTRESOURCEW(32512));
     own.lpszClassName = kWindowClass;
     return RegisterClassExW(&own) != 0;
-}
-
-RowData SelectedData(GridModel& model) {
-    RowData data{SelectedRowsAsText(model), {}};
-    for (std::u16string& file : SelectedFiles(model)) {
-        if (GetFileAttributesW(Wide(file)) != INVALID_FILE_ATTRIBUTES) {
-            data.files.push_back(std::move(file));
-        }
-    }
-    return data;
-}
-
-RECT ClientOf(HWND window) {
-    RECT client{};
-    GetClientRect(window, &client);
-    return client;
 }
 
 std::int32_t Signed16(DWORD_PTR word) {
@@ -143,96 +127,6 @@ void GridWindow::Refresh() {
     }
 }
 
-std::int32_t GridWindow::PageLines() const {
-    return model_->layout.LinesIn(ClientOf(window_).bottom);
-}
-
-void GridWindow::ScrollTo(std::int32_t number) {
-    const std::vector<std::int32_t>& shown = model_->rows.ShownNumbers();
-    const auto found = std::lower_bound(shown.begin(), shown.end(), number);
-    if (window_ == nullptr || found == shown.end()) {
-        return;
-    }
-    const auto line = static_cast<std::int32_t>(found - shown.begin());
-    std::int32_t& first = model_->layout.firstLine;
-    first = std::clamp(first, std::max(0, line - PageLines() + 1), line);
-    Refresh();
-}
-
-void GridWindow::UpdateScrollBars() {
-    if (window_ == nullptr) {
-        return;
-    }
-    Layout& layout = model_->layout;
-    const auto lines = static_cast<std::int32_t>(model_->rows.ShownNumbers().size());
-    layout.firstLine = std::clamp(layout.firstLine, 0, std::max(0, lines - PageLines()));
-    ShowScrollBar(SB_VERT, lines, PageLines(), layout.firstLine);
-    const std::int32_t width = ClientOf(window_).right;
-    layout.scrollX = std::clamp(layout.scrollX, 0, std::max(0, layout.TotalWidth() - width));
-    ShowScrollBar(SB_HORZ, layout.TotalWidth(), width, layout.scrollX);
-}
-
-/// Tells the system only what has changed: each telling paints the bar.
-void GridWindow::ShowScrollBar(int bar, std::int32_t count, std::int32_t page, std::int32_t place) {
-    SCROLLINFO info{};
-    info.cbSize = sizeof info;
-    info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
-    info.nMax = std::max(0, count - 1);
-    info.nPage = static_cast<UINT>(page);
-    info.nPos = place;
-    SCROLLINFO& told = told_[bar == SB_VERT ? 1 : 0];
-    if (told.nMax != info.nMax || told.nPage != info.nPage || told.nPos != info.nPos) {
-        told = info;
-        SetScrollInfo(window_, bar, &info, TRUE);
-    }
-}
-
-void GridWindow::ScrollBy(bool vertical, std::int32_t amount) {
-    Layout& layout = model_->layout;
-    std::int32_t& place = vertical ? layout.firstLine : layout.scrollX;
-    const std::int32_t before = place;
-    place = std::max(0, place + amount);
-    tips_.Hide();
-    UpdateScrollBars();
-    const std::int32_t lines = place - before;
-    if (!vertical || !model_->Redraw() || std::abs(lines) >= PageLines()) {
-        InvalidateRect(window_, nullptr, FALSE);
-        return;
-    }
-    RECT rows = ClientOf(window_);
-    rows.top = layout.RowsTop();
-    ScrollWindowEx(window_, 0, -lines * layout.metrics.rowHeight, &rows, &rows, nullptr, nullptr,
-                   SW_INVALIDATE);
-}
-
-void GridWindow::OnScroll(bool vertical, WPARAM wParam) {
-    SCROLLINFO info{};
-    info.cbSize = sizeof info;
-    info.fMask = SIF_ALL;
-    GetScrollInfo(window_, vertical ? SB_VERT : SB_HORZ, &info);
-    const std::int32_t step = vertical ? 1 : model_->layout.Scaled(20);
-    const auto page = static_cast<std::int32_t>(info.nPage);
-    switch (LOWORD(wParam)) {
-    case SB_LINEUP:
-        return ScrollBy(vertical, -step);
-    case SB_LINEDOWN:
-        return ScrollBy(vertical, step);
-    case SB_PAGEUP:
-        return ScrollBy(vertical, -page);
-    case SB_PAGEDOWN:
-        return ScrollBy(vertical, page);
-    case SB_THUMBTRACK:
-    case SB_THUMBPOSITION:
-        return ScrollBy(vertical, info.nTrackPos - info.nPos);
-    case SB_TOP:
-        return ScrollBy(vertical, -info.nPos);
-    case SB_BOTTOM:
-        return ScrollBy(vertical, info.nMax);
-    default:
-        return;
-    }
-}
-
 void GridWindow::Paint() {
     PAINTSTRUCT paint{};
     const HDC dc = BeginPaint(window_, &paint);
@@ -294,6 +188,20 @@ LRESULT GridWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_HSCROLL:
         OnScroll(message == WM_VSCROLL, wParam);
         return 0;
+    case WM_SETTINGCHANGE:
+    case WM_SYSCOLORCHANGE:
+    case WM_THEMECHANGED:
+        painter_.Measure();
+        Refresh();
+        return 0;
+    default:
+        return HandleRequest(message, wParam, lParam);
+    }
+}
+
+/// What the system and other programs ask of the window.
+LRESULT GridWindow::HandleRequest(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
     case WM_NOTIFY:
         return tips_.Notify(*reinterpret_cast<const NMHDR*>(lParam)).value_or(0);
     case WM_COPY:
@@ -304,21 +212,28 @@ LRESULT GridWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             return *answer;
         }
         return DefWindowProcW(window_, message, wParam, lParam);
+    case WM_SETCURSOR:
+        if (LOWORD(lParam) == HTCLIENT && input_.SetPointer(window_)) {
+            return TRUE;
+        }
+        return DefWindowProcW(window_, message, wParam, lParam);
     case WM_CONTEXTMENU:
         OpenContextMenu(lParam);
         return 0;
-    case WM_SETTINGCHANGE:
-    case WM_SYSCOLORCHANGE:
-    case WM_THEMECHANGED:
-        painter_.Measure();
-        Refresh();
-        return 0;
+    case WM_ENTERMENULOOP:
+        ++menus_;
+        return DefWindowProcW(window_, message, wParam, lParam);
     default:
         return HandleKeyboard(message, wParam, lParam);
     }
 }
 
 LRESULT GridWindow::HandleKeyboard(UINT message, WPARAM wParam, LPARAM lParam) {
+    const bool isHands = (message >= WM_KEYFIRST && message <= WM_KEYLAST) ||
+                         (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST);
+    if (inert_ && isHands) {
+        return DefWindowProcW(window_, message, wParam, lParam);
+    }
     switch (message) {
     case WM_GETDLGCODE:
         // Enter is the grid's: a dialog around it would take it for its default button.
@@ -367,14 +282,6 @@ void GridWindow::OpenContextMenu(LPARAM screenPoint) {
     input_.RightClick(model_->PointOf(current));
 }
 
-/// Three lines for each notch; finer wheels add up.
-void GridWindow::TurnWheel(int amount) {
-    wheelRest_ += amount;
-    const int lines = wheelRest_ * 3 / WHEEL_DELTA;
-    wheelRest_ -= lines * WHEEL_DELTA / 3;
-    ScrollBy(true, -lines);
-}
-
 LRESULT GridWindow::HandleMouse(UINT message, WPARAM wParam, LPARAM lParam) {
     const POINT point{Signed16(static_cast<DWORD_PTR>(lParam)),
                       Signed16(static_cast<DWORD_PTR>(lParam) >> 16U)};
@@ -399,18 +306,10 @@ LRESULT GridWindow::HandleMouse(UINT message, WPARAM wParam, LPARAM lParam) {
         ReleaseCapture();
         RightButtonUp(point);
         return 0;
-    case WM_ENTERMENULOOP:
-        ++menus_;
-        break;
     case WM_MOUSEMOVE:
         tips_.MouseMove(point);
         input_.MouseMove(point);
         return 0;
-    case WM_SETCURSOR:
-        if (LOWORD(lParam) == HTCLIENT && input_.SetPointer(window_)) {
-            return TRUE;
-        }
-        break;
     case WM_MOUSEWHEEL:
         TurnWheel(Signed16(wParam >> 16U));
         return 0;

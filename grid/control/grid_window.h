@@ -27,6 +27,8 @@ public:
     /// `onFocus` is called when the window gets the keyboard focus.
     bool Create(HWND parent, const RECT& place, std::function<void()> onFocus);
     void Destroy();
+    /// An inert window shows the grid and leaves mouse and keyboard alone.
+    void SetInert(bool inert) { inert_ = inert; }
     void Move(const RECT& place);
     void Focus();
     HRESULT Get(HWND* window) const;
@@ -43,6 +45,7 @@ public:
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT HandleRequest(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT HandleKeyboard(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT HandleMouse(UINT message, WPARAM wParam, LPARAM lParam);
     void RightButtonUp(POINT point);
@@ -65,6 +68,7 @@ private:
     std::function<void()> onFocus_;
     std::uint32_t menus_ = 0;          ///< menus that were opened over this window
     std::array<SCROLLINFO, 2> told_{}; ///< of the horizontal and the vertical scroll bar
+    bool inert_ = false;
     bool refreshPosted_ = false;
     int wheelRest_ = 0;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "grid/model/grid_model.h"
 #include "platform/win32/com/com_ptr.h"
 
 #include <windows.h>
@@ -17,6 +18,8 @@ struct RowData {
     bool IsEmpty() const { return text.empty() && files.empty(); }
 };
 
+/// The selected rows of a grid, with those of their files that are there.
+RowData SelectedData(GridModel& model);
 /// Puts rows onto the clipboard; false when somebody else holds it.
 bool CopyToClipboard(HWND owner, const RowData& rows);
 /// Rows as data for a drop.

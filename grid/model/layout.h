@@ -3,6 +3,7 @@
 #include "grid/model/column_set.h"
 
 #include <cstdint>
+#include <optional>
 
 namespace talvix::grid {
 
@@ -43,6 +44,8 @@ public:
     bool headerVisible = true;
     std::int32_t scrollX = 0;   ///< pixels that have gone out to the left
     std::int32_t firstLine = 0; ///< shown line at the top, from 0
+    /// Where a heading that is being dragged would be dropped.
+    std::optional<Box> dropMark;
 
     std::int32_t Scaled(std::int32_t units) const { return units * metrics.dpi / 96; }
     std::int32_t GroupBoxBottom() const { return groupByBox ? metrics.groupBoxHeight : 0; }

@@ -1,7 +1,7 @@
 // What the grid control does beyond showing rows, in a real container.
 #include "grid/control/row_data.h"
-#include "platform/win32/com/bstr.h"
-#include "platform/win32/com/variant.h"
+#include "platform/win32/com/unknown.h"
+#include "platform/win32/device_context.h"
 #include "tests/com/container_rig.h"
 
 #include <gtest/gtest.h>
@@ -9,9 +9,8 @@
 #include <windows.h>
 #include <commctrl.h>
 #include <ocidl.h>
+#include <olectl.h>
 #include <shellapi.h>
-
-#include <oleacc.h>
 
 namespace talvix {
 
@@ -103,60 +102,34 @@ std::string BytesOf(const ComPtr<IStream>& stream) {
     return bytes;
 }
 
-VARIANT ChildId(LONG number) {
-    VARIANT child{};
-    child.vt = VT_I4;
-    child.lVal = number;
-    return child;
-}
+/// A container in which a form is designed.
+class DesignSite : public Unknown<IOleClientSite, IDispatch> {
+public:
+    explicit DesignSite(bool userMode) : userMode_(userMode) {}
+    STDMETHODIMP SaveObject() override { return E_NOTIMPL; }
+    STDMETHODIMP GetMoniker(DWORD, DWORD, IMoniker**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetContainer(IOleContainer**) override { return E_NOINTERFACE; }
+    STDMETHODIMP ShowObject() override { return S_OK; }
+    STDMETHODIMP OnShowWindow(BOOL) override { return S_OK; }
+    STDMETHODIMP RequestNewObjectLayout() override { return E_NOTIMPL; }
+    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+        return E_NOTIMPL;
+    }
+    STDMETHODIMP Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
+                        UINT*) override {
+        if (member != DISPID_AMBIENT_USERMODE) {
+            return DISP_E_MEMBERNOTFOUND;
+        }
+        result->vt = VT_BOOL;
+        result->boolVal = userMode_ ? VARIANT_TRUE : VARIANT_FALSE;
+        return S_OK;
+    }
 
-/// A client of the accessible object, as a screen reader is one.
-struct Reader {
-    explicit Reader(HWND window) {
-        AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
-                                   object.OutAny());
-    }
-    explicit Reader(ComPtr<IAccessible> accessible) : object(std::move(accessible)) {}
-    Reader Child(LONG number) const {
-        ComPtr<IDispatch> child;
-        object->get_accChild(ChildId(number), child.Out());
-        return Reader(ComPtr<IAccessible>::From(child.Get()));
-    }
-    LONG Count() const {
-        LONG count = -1;
-        object->get_accChildCount(&count);
-        return count;
-    }
-    std::u16string Name(LONG child = 0) const {
-        Bstr name;
-        object->get_accName(ChildId(child), name.Out());
-        return name.Text();
-    }
-    std::u16string Content(LONG child = 0) const {
-        Bstr value;
-        object->get_accValue(ChildId(child), value.Out());
-        return value.Text();
-    }
-    LONG Role(LONG child = 0) const {
-        Variant role;
-        object->get_accRole(ChildId(child), role.Get());
-        return role.Get()->lVal;
-    }
-    LONG State(LONG child = 0) const {
-        Variant state;
-        object->get_accState(ChildId(child), state.Get());
-        return state.Get()->lVal;
-    }
-    ComPtr<IAccessible> object;
+private:
+    bool userMode_;
 };
-
-std::vector<std::pair<DWORD, LONG>> told;
-
-void CALLBACK Hear(HWINEVENTHOOK, DWORD event, HWND, LONG object, LONG child, DWORD, DWORD) {
-    if (object == OBJID_CLIENT) {
-        told.emplace_back(event, child);
-    }
-}
 
 UINT menuKeys[] = {VK_DOWN, VK_DOWN, VK_RETURN};
 
@@ -327,106 +300,64 @@ TEST(Control, AStreamThatIsCutOrForeignIsRefusedAndChangesNothing) {
     EXPECT_EQ(loading->Load(nullptr), E_POINTER);
 }
 
-TEST(Control, AScreenReaderReadsTheList) {
+TEST(Control, FrozenEventsAreNotTold) {
     ContainerRig rig;
-    rig.grid(u"Columns", u"Name").Set(u"Caption", u"Betreff");
-    rig.grid.Set(u"CurrentRow", 2);
-    rig.Pump();
-    const Reader table(rig.window);
-    ASSERT_TRUE(table.object);
-    EXPECT_EQ(table.Role(), ROLE_SYSTEM_TABLE);
-    ASSERT_EQ(table.Count(), 4);
-    EXPECT_EQ(table.Child(1).Role(1), ROLE_SYSTEM_COLUMNHEADER);
-    EXPECT_EQ(table.Child(1).Name(1), u"Betreff");
-    EXPECT_EQ(table.Name(3), u"a");
-    const Reader row = table.Child(3);
-    EXPECT_EQ(row.Role(), ROLE_SYSTEM_ROW);
-    EXPECT_NE(row.State() & STATE_SYSTEM_SELECTED, 0);
-    EXPECT_EQ(table.Child(2).State() & STATE_SYSTEM_SELECTED, 0);
-    ASSERT_EQ(row.Count(), 1);
-    EXPECT_EQ(row.Role(1), ROLE_SYSTEM_CELL);
-    EXPECT_EQ(row.Name(1), u"Betreff");
-    EXPECT_EQ(row.Content(1), u"a");
-    Variant selection;
-    ASSERT_EQ(table.object->get_accSelection(selection.Get()), S_OK);
-    ASSERT_EQ(selection.Get()->vt, VT_DISPATCH);
-    EXPECT_EQ(Reader(ComPtr<IAccessible>::From(selection.Get()->pdispVal)).Name(), u"a");
-    LONG left = 0;
-    LONG top = 0;
-    LONG width = 0;
-    LONG height = 0;
-    ASSERT_EQ(row.object->accLocation(&left, &top, &width, &height, ChildId(0)), S_OK);
-    Variant hit;
-    ASSERT_EQ(table.object->accHitTest(left + 5, top + height / 2, hit.Get()), S_OK);
-    ASSERT_EQ(hit.Get()->vt, VT_DISPATCH);
-    EXPECT_EQ(Reader(ComPtr<IAccessible>::From(hit.Get()->pdispVal)).Name(), u"a");
-}
-
-TEST(Control, AScreenReaderSelectsAndActs) {
-    ContainerRig rig;
-    const Reader table(rig.window);
-    ASSERT_EQ(table.object->accSelect(SELFLAG_TAKEFOCUS | SELFLAG_TAKESELECTION, ChildId(4)), S_OK);
-    EXPECT_EQ(rig.Current(), u"b");
-    ASSERT_EQ(table.object->accSelect(SELFLAG_ADDSELECTION, ChildId(2)), S_OK);
-    Variant selection;
-    ASSERT_EQ(table.object->get_accSelection(selection.Get()), S_OK);
-    EXPECT_EQ(selection.Get()->vt, VT_UNKNOWN);
-    rig.recorder->names.clear();
-    ASSERT_EQ(table.object->accDoDefaultAction(ChildId(2)), S_OK);
-    EXPECT_EQ(rig.recorder->names, u"DblClick MouseUp ");
-    EXPECT_EQ(rig.Current(), u"c");
-    ASSERT_EQ(table.Child(1).object->accDoDefaultAction(ChildId(1)), S_OK);
-    EXPECT_EQ(rig.grid(u"Columns", u"Name").Call(u"SortOrder"), Value(0));
-}
-
-TEST(Control, AScreenReaderSeesGroupsOpenAndClose) {
-    ContainerRig rig;
-    rig.grid[u"Groups"].Call(u"Add", u"Name");
-    const Reader table(rig.window);
-    ASSERT_EQ(table.Count(), 7);
-    EXPECT_EQ(table.Role(2), ROLE_SYSTEM_OUTLINEITEM);
-    EXPECT_EQ(table.Name(2), u"Name: a (1)");
-    EXPECT_NE(table.State(2) & STATE_SYSTEM_EXPANDED, 0);
-    ASSERT_EQ(table.object->accDoDefaultAction(ChildId(2)), S_OK);
-    EXPECT_NE(table.State(2) & STATE_SYSTEM_COLLAPSED, 0);
-    EXPECT_EQ(table.Count(), 6);
-}
-
-TEST(Control, ChangesAreTold) {
-    ContainerRig rig;
-    SetForegroundWindow(rig.frame);
-    SetFocus(rig.window);
-    const HWINEVENTHOOK hook =
-        SetWinEventHook(EVENT_OBJECT_REORDER, EVENT_OBJECT_SELECTIONWITHIN, nullptr, Hear,
-                        GetCurrentProcessId(), 0, WINEVENT_OUTOFCONTEXT);
-    told.clear();
+    const auto control = ComPtr<IOleControl>::From(
+        dynamic_cast<const DispatchObject&>(rig.grid.Target()).Dispatch());
+    ASSERT_TRUE(control);
+    control->FreezeEvents(TRUE);
     rig.Click(30, rig.MiddleOf(2));
-    rig.Pump();
-    rig.grid[u"Rows"].Call(u"Remove", 3);
-    rig.Pump();
-    rig.Pump();
-    UnhookWinEvent(hook);
-    const auto heard = [](DWORD event, LONG child) {
-        return std::find(told.begin(), told.end(), std::pair(event, child)) != told.end();
-    };
-    EXPECT_TRUE(heard(EVENT_OBJECT_FOCUS, 3));
-    EXPECT_TRUE(heard(EVENT_OBJECT_SELECTION, 3));
-    EXPECT_TRUE(heard(EVENT_OBJECT_REORDER, 0));
+    EXPECT_EQ(rig.recorder->names, u"");
+    EXPECT_EQ(rig.Current(), u"a");
+    control->FreezeEvents(FALSE);
+    rig.Click(30, rig.MiddleOf(3));
+    EXPECT_EQ(rig.recorder->names, u"MouseDown MouseUp Click ");
 }
 
-TEST(Control, AccessibleObjectsOutliveTheirRowsAndTheirWindow) {
+TEST(Control, WhileAFormIsDesignedHandsReachTheContainerOnly) {
     ContainerRig rig;
-    const Reader table(rig.window);
-    const Reader row = table.Child(2);
-    rig.grid[u"Rows"].Call(u"Remove", 1);
-    EXPECT_NE(row.State() & STATE_SYSTEM_UNAVAILABLE, 0);
-    EXPECT_EQ(row.Name(), u"");
-    EXPECT_EQ(table.object->accDoDefaultAction(ChildId(99)), E_INVALIDARG);
-    DestroyWindow(rig.frame);
-    LONG count = 0;
-    EXPECT_EQ(table.object->get_accChildCount(&count), CO_E_OBJNOTCONNECTED);
-    Bstr name;
-    EXPECT_EQ(row.object->get_accName(ChildId(0), name.Out()), CO_E_OBJNOTCONNECTED);
+    const auto object =
+        ComPtr<IOleObject>::From(dynamic_cast<const DispatchObject&>(rig.grid.Target()).Dispatch());
+    const auto design = MakeCom<DesignSite>(false);
+    object->SetClientSite(design.Get());
+    rig.Click(30, rig.MiddleOf(2));
+    rig.Send(WM_KEYDOWN, VK_DOWN, 0, 0);
+    EXPECT_EQ(rig.recorder->names, u"");
+    EXPECT_EQ(rig.Current(), u"");
+    const auto use = MakeCom<DesignSite>(true);
+    object->SetClientSite(use.Get());
+    rig.Click(30, rig.MiddleOf(2));
+    EXPECT_EQ(rig.Current(), u"a");
+}
+
+TEST(Control, TheControlsDataAreItsSelectedRows) {
+    ContainerRig rig;
+    const auto data = ComPtr<IDataObject>::From(
+        dynamic_cast<const DispatchObject&>(rig.grid.Target()).Dispatch());
+    ASSERT_TRUE(data);
+    FORMATETC wanted{CF_UNICODETEXT, nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
+    EXPECT_EQ(data->QueryGetData(&wanted), DV_E_FORMATETC) << "nothing is selected";
+    rig.grid[u"Selection"].Call(u"Add", 3, 3);
+    STGMEDIUM medium{};
+    ASSERT_EQ(data->GetData(&wanted, &medium), S_OK);
+    EXPECT_EQ(TextOf(static_cast<const wchar_t*>(GlobalLock(medium.hGlobal))), u"Name\r\nb\r\n");
+    GlobalUnlock(medium.hGlobal);
+    ReleaseStgMedium(&medium);
+}
+
+TEST(Control, ADraggedHeadingShowsWhereItWouldGo) {
+    ContainerRig rig;
+    rig.grid[u"Columns"](u"Add", u"Zweite").Set(u"Width", 200);
+    rig.Pump();
+    rig.Send(WM_LBUTTONDOWN, MK_LBUTTON, 30, 8);
+    rig.Send(WM_MOUSEMOVE, MK_LBUTTON, 300, 8);
+    UpdateWindow(rig.window);
+    const ScreenDc dc(rig.window);
+    EXPECT_EQ(GetPixel(dc.Get(), 400, 10), GetSysColor(COLOR_HIGHLIGHT));
+    rig.Send(WM_LBUTTONUP, 0, 300, 8);
+    UpdateWindow(rig.window);
+    EXPECT_NE(GetPixel(dc.Get(), 400, 10), GetSysColor(COLOR_HIGHLIGHT));
+    EXPECT_EQ(rig.grid(u"Columns", u"Name").Call(u"Position"), Value(1));
 }
 
 } // namespace talvix
