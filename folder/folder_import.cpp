@@ -44,6 +44,7 @@ private:
             return;
         }
         for (const std::u16string& name : listing.folders) {
+            attachment_.placesRowsLater = false; // who adds a row meanwhile sees it in its place
             next_([&] { attachment_.platform.timers.RunPending(); });
             if (attachment_.stopImport) {
                 return;

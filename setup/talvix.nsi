@@ -18,6 +18,7 @@ Unicode true
 !include MultiUser.nsh
 !include MUI2.nsh
 !include x64.nsh
+!include FileFunc.nsh
 
 Name "${NAME}"
 OutFile "${OUT}"
@@ -87,7 +88,7 @@ Function RemoveEarlier
     ReadRegStr $2 SHCTX "${ENTRY}" "InstallLocation"
     ${If} $1 != ""
     ${AndIf} $2 != ""
-        ExecWait '$1 /S /$MultiUser.InstallMode _?=$2' $0
+        ExecWait '$1 /S /upgrade /$MultiUser.InstallMode _?=$2' $0
         Delete "$2\Uninstall.exe"
         RMDir "$2"
     ${EndIf}
@@ -138,8 +139,14 @@ Section "Uninstall"
     ${If} $1 == "${PROJECT}"
         DeleteRegKey SHCTX "Software\Classes\.talvix"
     ${EndIf}
-    DeleteRegKey HKCU "Software\Talvix\Workbench"
-    DeleteRegKey /ifempty HKCU "Software\Talvix"
+    ; A later version takes the user's settings over.
+    ${GetParameters} $5
+    ClearErrors
+    ${GetOptions} $5 "/upgrade" $6
+    ${If} ${Errors}
+        DeleteRegKey HKCU "Software\Talvix\Workbench"
+        DeleteRegKey /ifempty HKCU "Software\Talvix"
+    ${EndIf}
     DeleteRegKey SHCTX "${ENTRY}"
     Delete "$INSTDIR\32\TalvixDMS.dll"
     Delete "$INSTDIR\32\TalvixGrid.ocx"

@@ -221,7 +221,10 @@ void GridInput::RightClick(PixelPoint point) {
     ButtonUp(2, place);
 }
 
-void GridInput::MouseMove(POINT point) {
+void GridInput::MouseMove(POINT point, bool leftIsDown) {
+    if (!leftIsDown) {
+        drag_ = Drag::None;
+    }
     if (drag_ == Drag::Rows && HasMoved(point)) {
         drag_ = Drag::None;
         dragRows();

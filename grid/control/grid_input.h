@@ -27,7 +27,8 @@ public:
     void ButtonDown(std::int16_t button, POINT point);
     void ButtonUp(std::int16_t button, POINT point);
     void DoubleClick(POINT point);
-    void MouseMove(POINT point);
+    /// A drag whose button was released elsewhere, such as over a dialog, is over.
+    void MouseMove(POINT point, bool leftIsDown);
     /// Raises a click with the right button, wherever the mouse is.
     void RightClick(PixelPoint point);
     /// True when the pointer got a shape of its own.

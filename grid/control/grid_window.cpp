@@ -218,6 +218,9 @@ LRESULT GridWindow::HandleRequest(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         return DefWindowProcW(window_, message, wParam, lParam);
     case WM_CONTEXTMENU:
+        if (inert_) { // the container's form has its own
+            return DefWindowProcW(window_, message, wParam, lParam);
+        }
         OpenContextMenu(lParam);
         return 0;
     case WM_ENTERMENULOOP:
@@ -308,7 +311,7 @@ LRESULT GridWindow::HandleMouse(UINT message, WPARAM wParam, LPARAM lParam) {
         return 0;
     case WM_MOUSEMOVE:
         tips_.MouseMove(point);
-        input_.MouseMove(point);
+        input_.MouseMove(point, (wParam & MK_LBUTTON) != 0);
         return 0;
     case WM_MOUSEWHEEL:
         TurnWheel(Signed16(wParam >> 16U));

@@ -258,6 +258,14 @@ TEST(Control, APressedSelectedRowKeepsTheSelectionUntilItIsAClick) {
     EXPECT_EQ(rig.grid(u"Selection", 1).Call(u"Last"), Value(2));
 }
 
+TEST(Control, ADragWhoseButtonWasReleasedElsewhereIsOver) {
+    ContainerRig rig;
+    rig.Send(WM_LBUTTONDOWN, MK_LBUTTON, 199, 8);
+    rig.Send(WM_MOUSEMOVE, 0, 260, 8);
+    rig.Send(WM_MOUSEMOVE, MK_LBUTTON, 260, 8);
+    EXPECT_EQ(rig.grid(u"Columns", u"Name").Call(u"Width"), Value(200));
+}
+
 TEST(Control, ALayoutComesBackFromAContainersStream) {
     ContainerRig rig;
     rig.grid(u"Columns", u"Name").Set(u"Caption", u"Betreff; mit Zeichen");

@@ -143,6 +143,18 @@ TEST(FolderImport, ARowThatWasAddedBeforeTheStopIsInItsPlace) {
     EXPECT_EQ(rig.Cell(1, u"ItemSize"), Value(u"1 KB"));
 }
 
+TEST(FolderImport, ARowThatIsAddedDuringThePumpIsPutInItsPlaceAtOnce) {
+    ImportRig rig;
+    rig.fakes.files.MakeFolder(u"P:\\Proj\\Sub");
+    rig.AddRow(2, u"http://z");
+    Late(rig.gridObject).Call(u"Sort", u"PhysicalStore1", 1);
+    rig.fakes.timers.onPending = [&] {
+        rig.main->AddFile(u"P:\\Proj\\von Hand.doc", u"von Hand", u"", u"", {}, {});
+    };
+    rig.main->AddFilesFromProjectFolderEvent();
+    EXPECT_EQ(rig.Cell(1, u"PhysicalStore1"), Value(u"P:\\Proj\\von Hand.doc"));
+}
+
 TEST(FolderImport, TheSizeOfALinkIsThatOfItsFile) {
     ImportRig rig;
     rig.fakes.files.MakeFile(u"P:\\Proj\\a.doc", 5000);
