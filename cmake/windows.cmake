@@ -83,7 +83,7 @@ talvix_server(TalvixDMS TalvixDMS.dll server server/talvix_dms.idl)
 target_link_libraries(TalvixDMS PRIVATE talvix_win32)
 
 talvix_server(TalvixGrid TalvixGrid.ocx grid/control grid/control/talvix_grid.idl)
-target_link_libraries(TalvixGrid PRIVATE talvix_win32 talvix_grid_model comctl32 oleacc)
+target_link_libraries(TalvixGrid PRIVATE talvix_win32 talvix_grid_model comctl32 oleacc uxtheme)
 target_compile_options(TalvixGrid PRIVATE -Os) # the model beneath is built for speed
 
 # The workbench finds both servers beside itself through its manifest, registered or not.

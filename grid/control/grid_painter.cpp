@@ -54,6 +54,7 @@ LOGFONTW MessageFont() {
 
 void GridPainter::Measure() {
     highContrast_ = HasHighContrast();
+    theme_.Open(highContrast_);
     LOGFONTW font = MessageFont();
     font_.Reset(CreateFontIndirectW(&font));
     font.lfWeight = FW_BOLD;
@@ -136,6 +137,9 @@ void GridPainter::DrawString(HDC dc, RECT box, std::u16string_view text, Alignme
 void GridPainter::DrawGroupBox(HDC dc, std::int32_t width) {
     const Layout& layout = model_.layout;
     RECT box{0, 0, width, layout.GroupBoxBottom()};
+    if (RectVisible(dc, &box) == FALSE) {
+        return;
+    }
     Fill(dc, box, Mixed(GetSysColor(COLOR_BTNFACE), GetSysColor(COLOR_BTNSHADOW), 25));
     SetTextColor(dc, GetSysColor(COLOR_BTNTEXT));
     const std::vector<Grouping>& groups = model_.rows.Groups();
@@ -146,8 +150,7 @@ void GridPainter::DrawGroupBox(HDC dc, std::int32_t width) {
     for (std::size_t place = 0; place < groups.size(); ++place) {
         const Box chip = layout.ChipAt(place);
         RECT rect{chip.left, chip.top, chip.right, chip.bottom};
-        Fill(dc, rect, GetSysColor(COLOR_BTNFACE));
-        DrawEdge(dc, &rect, BDR_RAISEDINNER, BF_RECT);
+        DrawHeaderItem(dc, rect);
         DrawString(dc, rect, model_.columns.At(groups[place].column).caption, Alignment::Left);
         DrawSortArrow(dc, rect, groups[place].descending);
     }
@@ -156,7 +159,9 @@ void GridPainter::DrawGroupBox(HDC dc, std::int32_t width) {
 void GridPainter::DrawHeader(HDC dc, std::int32_t width) {
     const Layout& layout = model_.layout;
     const RECT header{0, layout.GroupBoxBottom(), width, layout.RowsTop()};
-    Fill(dc, header, GetSysColor(COLOR_BTNFACE));
+    if (RectVisible(dc, &header) == FALSE) {
+        return;
+    }
     SetTextColor(dc, GetSysColor(COLOR_BTNTEXT));
     const auto sorting = model_.rows.Sorting();
     for (std::size_t position = 0; position < model_.columns.Count(); ++position) {
@@ -166,7 +171,7 @@ void GridPainter::DrawHeader(HDC dc, std::int32_t width) {
         if (cell.right <= cell.left || cell.left >= width || cell.right <= 0) {
             continue;
         }
-        DrawEdge(dc, &cell, BDR_RAISEDINNER, BF_RECT);
+        DrawHeaderItem(dc, cell);
         DrawString(dc, cell, column.caption, column.headerAlignment);
         if (sorting && sorting->column == column.index) {
             DrawSortArrow(dc, cell, sorting->descending);
@@ -174,7 +179,14 @@ void GridPainter::DrawHeader(HDC dc, std::int32_t width) {
     }
     RECT rest{layout.TotalWidth() - layout.scrollX, header.top, width, header.bottom};
     if (rest.left < rest.right) {
-        DrawEdge(dc, &rest, BDR_RAISEDINNER, BF_RECT);
+        DrawHeaderItem(dc, rest);
+    }
+}
+
+void GridPainter::DrawHeaderItem(HDC dc, RECT box) {
+    if (!theme_.DrawHeaderItem(dc, box)) {
+        Fill(dc, box, GetSysColor(COLOR_BTNFACE));
+        DrawEdge(dc, &box, BDR_RAISEDINNER, BF_RECT);
     }
 }
 
@@ -231,16 +243,18 @@ void GridPainter::DrawEmptyHint(HDC dc, const SIZE& size) {
 void GridPainter::DrawRow(HDC dc, const RECT& line, const RowRef& row, bool odd, bool focused) {
     const bool selected = model_.rows.IsSelected(row);
     const COLORREF window = GetSysColor(COLOR_WINDOW);
-    if (selected) {
-        Fill(dc, line, GetSysColor(focused ? COLOR_HIGHLIGHT : COLOR_BTNFACE));
-    } else if (odd && !highContrast_) {
-        Fill(dc, line, Mixed(window, GetSysColor(COLOR_HIGHLIGHT), 5));
+    const COLORREF background = selected ? GetSysColor(focused ? COLOR_HIGHLIGHT : COLOR_BTNFACE)
+                                : odd && !highContrast_
+                                    ? Mixed(window, GetSysColor(COLOR_HIGHLIGHT), 5)
+                                    : window;
+    if (background != window) {
+        Fill(dc, line, background);
     }
     SetTextColor(dc, GetSysColor(!selected ? COLOR_WINDOWTEXT
                                  : focused ? COLOR_HIGHLIGHTTEXT
                                            : COLOR_BTNTEXT));
     if (const GroupNode* heading = model_.rows.HeadingOf(row)) {
-        DrawHeading(dc, line, *heading);
+        DrawHeading(dc, line, *heading, background);
         return;
     }
     const Layout& layout = model_.layout;
@@ -260,7 +274,25 @@ void GridPainter::DrawRow(HDC dc, const RECT& line, const RowRef& row, bool odd,
     }
 }
 
-void GridPainter::DrawHeading(HDC dc, const RECT& line, const GroupNode& node) {
+void GridPainter::DrawSign(HDC dc, const RECT& sign, bool expanded, COLORREF background) {
+    if (theme_.DrawSign(dc, sign, expanded, background)) {
+        return;
+    }
+    const OwnedPen pen(CreatePen(PS_SOLID, 1, GetTextColor(dc)));
+    const Chosen chosenPen(dc, pen.Get());
+    const Chosen chosenBrush(dc, GetStockObject(NULL_BRUSH));
+    Rectangle(dc, sign.left, sign.top, sign.right, sign.bottom);
+    const std::int32_t half = (sign.right - sign.left) / 2;
+    MoveToEx(dc, sign.left + 2, sign.top + half, nullptr);
+    LineTo(dc, sign.right - 2, sign.top + half);
+    if (!expanded) {
+        MoveToEx(dc, sign.left + half, sign.top + 2, nullptr);
+        LineTo(dc, sign.left + half, sign.bottom - 2);
+    }
+}
+
+void GridPainter::DrawHeading(HDC dc, const RECT& line, const GroupNode& node,
+                              COLORREF background) {
     const Layout& layout = model_.layout;
     const std::int32_t left =
         layout.Scaled(model_.options.groupIndent * node.level) - layout.scrollX;
@@ -268,17 +300,7 @@ void GridPainter::DrawHeading(HDC dc, const RECT& line, const GroupNode& node) {
     const std::int32_t middle = (line.top + line.bottom) / 2;
     const RECT sign{left + layout.Scaled(4), middle - side / 2, left + layout.Scaled(4) + side,
                     middle - side / 2 + side};
-    const OwnedPen pen(CreatePen(PS_SOLID, 1, GetTextColor(dc)));
-    const Chosen chosenPen(dc, pen.Get());
-    const Chosen chosenBrush(dc, GetStockObject(NULL_BRUSH));
-    Rectangle(dc, sign.left, sign.top, sign.right, sign.bottom);
-    const std::int32_t centre = sign.left + side / 2;
-    MoveToEx(dc, sign.left + 2, sign.top + side / 2, nullptr);
-    LineTo(dc, sign.right - 2, sign.top + side / 2);
-    if (!node.expanded) {
-        MoveToEx(dc, centre, sign.top + 2, nullptr);
-        LineTo(dc, centre, sign.bottom - 2);
-    }
+    DrawSign(dc, sign, node.expanded, background);
     const Chosen chosenFont(dc, boldFont_.Get());
     drawsBold_ = true;
     DrawString(dc, RECT{sign.right + layout.Scaled(2), line.top, line.right, line.bottom},

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "grid/control/grid_theme.h"
 #include "grid/model/grid_model.h"
 #include "platform/win32/owned.h"
 
@@ -41,16 +42,19 @@ private:
     const std::u16string& CellText(const RowRef& row, const Column& column);
     void DrawGroupBox(HDC dc, std::int32_t width);
     void DrawHeader(HDC dc, std::int32_t width);
+    void DrawHeaderItem(HDC dc, RECT box);
     void DrawSortArrow(HDC dc, const RECT& cell, bool descending);
     void DrawRows(HDC dc, const SIZE& size, bool focused);
     void DrawRow(HDC dc, const RECT& line, const RowRef& row, bool odd, bool focused);
-    void DrawHeading(HDC dc, const RECT& line, const GroupNode& node);
+    void DrawSign(HDC dc, const RECT& sign, bool expanded, COLORREF background);
+    void DrawHeading(HDC dc, const RECT& line, const GroupNode& node, COLORREF background);
     void DrawCell(HDC dc, RECT cell, const RowRef& row, const Column& column);
     void DrawImage(HDC dc, const RECT& cell, const RowRef& row, const Column& column);
     void DrawEmptyHint(HDC dc, const SIZE& size);
     void DrawString(HDC dc, RECT box, std::u16string_view text, Alignment alignment);
 
     GridModel& model_;
+    GridTheme theme_;
     OwnedFont font_;
     OwnedFont boldFont_;
     bool highContrast_ = false;

@@ -3,8 +3,15 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 namespace talvix::grid {
+
+namespace {
+
+constexpr UINT kBarsFollow = 20; // milliseconds
+
+} // namespace
 
 std::int32_t GridWindow::PageLines() const {
     return model_->layout.LinesIn(ClientOf(window_).bottom);
@@ -35,7 +42,8 @@ void GridWindow::UpdateScrollBars() {
     ShowScrollBar(SB_HORZ, layout.TotalWidth(), width, layout.scrollX);
 }
 
-/// Tells the system only what has changed: each telling paints the bar.
+/// Tells the system only what has changed. Painting a bar takes as long as a page of rows, and so
+/// it follows once a burst of scrolling pauses.
 void GridWindow::ShowScrollBar(int bar, std::int32_t count, std::int32_t page, std::int32_t place) {
     SCROLLINFO info{};
     info.cbSize = sizeof info;
@@ -46,7 +54,19 @@ void GridWindow::ShowScrollBar(int bar, std::int32_t count, std::int32_t page, s
     SCROLLINFO& told = told_[bar == SB_VERT ? 1 : 0];
     if (told.nMax != info.nMax || told.nPage != info.nPage || told.nPos != info.nPos) {
         told = info;
-        SetScrollInfo(window_, bar, &info, TRUE);
+        SetScrollInfo(window_, bar, &info, FALSE);
+        staleBars_[bar == SB_VERT ? 1 : 0] = true;
+        SetTimer(window_, kPaintBars, kBarsFollow, nullptr);
+    }
+}
+
+void GridWindow::PaintScrollBars() {
+    KillTimer(window_, kPaintBars);
+    for (const int bar : {SB_HORZ, SB_VERT}) {
+        const std::size_t place = bar == SB_VERT ? 1 : 0;
+        if (std::exchange(staleBars_[place], false)) {
+            SetScrollInfo(window_, bar, &told_[place], TRUE);
+        }
     }
 }
 

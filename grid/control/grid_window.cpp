@@ -1,6 +1,7 @@
 #include "grid/control/grid_window.h"
 
 #include "grid/control/client_area.h"
+#include "grid/control/grid_drop.h"
 #include "grid/control/header_menu.h"
 #include "grid/control/row_data.h"
 #include "grid/model/rows_as_text.h"
@@ -72,6 +73,7 @@ bool GridWindow::Create(HWND parent, const RECT& place, std::function<void()> on
     painter_.Measure();
     tips_.Create(window_);
     accessible_.SetWindow(window_);
+    drop_.emplace(window_, ComPtr<IDropTarget>::Adopt(new GridDrop(model_, window_)).Get());
     model_->view = this;
     UpdateScrollBars();
     return true;
@@ -149,6 +151,9 @@ LRESULT CALLBACK GridWindow::Procedure(HWND window, UINT message, WPARAM wParam,
     if (own == nullptr) {
         return DefWindowProcW(window, message, wParam, lParam);
     }
+    if (message == WM_DESTROY) {
+        own->drop_.reset();
+    }
     if (message == WM_NCDESTROY) {
         SetWindowLongPtrW(window, GWLP_USERDATA, 0);
         own->window_ = nullptr;
@@ -183,6 +188,9 @@ LRESULT GridWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SIZE:
         UpdateScrollBars();
         InvalidateRect(window_, nullptr, FALSE);
+        return 0;
+    case WM_TIMER:
+        PaintScrollBars();
         return 0;
     case WM_VSCROLL:
     case WM_HSCROLL:

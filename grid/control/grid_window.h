@@ -5,12 +5,14 @@
 #include "grid/control/grid_painter.h"
 #include "grid/control/grid_tips.h"
 #include "grid/model/grid_objects.h"
+#include "platform/win32/drop_target.h"
 
 #include <windows.h>
 #include <unknwn.h>
 
 #include <array>
 #include <functional>
+#include <optional>
 
 namespace talvix::grid {
 
@@ -54,6 +56,7 @@ private:
     void Paint();
     void UpdateScrollBars();
     void ShowScrollBar(int bar, std::int32_t count, std::int32_t page, std::int32_t place);
+    void PaintScrollBars();
     void ScrollBy(bool vertical, std::int32_t amount);
     void OnScroll(bool vertical, WPARAM wParam);
     std::int32_t PageLines() const;
@@ -63,11 +66,14 @@ private:
     GridTips tips_{painter_};
     AccessibleEvents accessible_{model_};
     GridInput input_;
+    std::optional<DropRegistration> drop_;
     HWND window_ = nullptr;
     IUnknown* owner_ = nullptr;
     std::function<void()> onFocus_;
-    std::uint32_t menus_ = 0;          ///< menus that were opened over this window
-    std::array<SCROLLINFO, 2> told_{}; ///< of the horizontal and the vertical scroll bar
+    std::uint32_t menus_ = 0;                 ///< menus that were opened over this window
+    static constexpr UINT_PTR kPaintBars = 1; ///< timer
+    std::array<SCROLLINFO, 2> told_{};        ///< of the horizontal and the vertical scroll bar
+    std::array<bool, 2> staleBars_{};         ///< whose picture is older than what was told
     bool inert_ = false;
     bool refreshPosted_ = false;
     int wheelRest_ = 0;

@@ -151,10 +151,12 @@ STDMETHODIMP DropTarget::Drop(IDataObject* data, DWORD keys, POINTL point, DWORD
     });
 }
 
-DropRegistration::DropRegistration(HWND window, DropTarget::Taker taker) {
-    const auto target =
-        ComPtr<IDropTarget>::Adopt(static_cast<IDropTarget*>(new DropTarget(std::move(taker))));
-    if (SUCCEEDED(RegisterDragDrop(window, target.Get()))) {
+DropRegistration::DropRegistration(HWND window, DropTarget::Taker taker)
+    : DropRegistration(window, ComPtr<IDropTarget>::Adopt(new DropTarget(std::move(taker))).Get()) {
+}
+
+DropRegistration::DropRegistration(HWND window, IDropTarget* target) {
+    if (SUCCEEDED(RegisterDragDrop(window, target))) {
         window_ = window;
     }
 }

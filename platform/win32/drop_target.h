@@ -34,6 +34,8 @@ class DropRegistration {
 public:
     DropRegistration() = default;
     DropRegistration(HWND window, DropTarget::Taker taker);
+    /// A thread without OLE, or a window that is a target already, gets none.
+    DropRegistration(HWND window, IDropTarget* target);
     DropRegistration(const DropRegistration&) = delete;
     DropRegistration& operator=(const DropRegistration&) = delete;
     ~DropRegistration();

@@ -6,11 +6,11 @@ import sys
 from pathlib import Path
 
 SYSTEM = {'advapi32.dll', 'comctl32.dll', 'comdlg32.dll', 'oleacc.dll', 'gdi32.dll', 'kernel32.dll', 'mpr.dll', 'msvcrt.dll', 'ole32.dll',
-          'oleaut32.dll', 'shell32.dll', 'user32.dll'}
+          'oleaut32.dll', 'shell32.dll', 'user32.dll', 'uxtheme.dll'}
 FROZEN = {
-    'TalvixDMS.dll': SYSTEM - {'comctl32.dll', 'comdlg32.dll', 'oleacc.dll'},
+    'TalvixDMS.dll': SYSTEM - {'comctl32.dll', 'comdlg32.dll', 'oleacc.dll', 'uxtheme.dll'},
     'TalvixGrid.ocx': SYSTEM - {'comdlg32.dll', 'mpr.dll', 'shell32.dll'},
-    'TalvixWorkbench.exe': SYSTEM - {'mpr.dll', 'oleacc.dll'},
+    'TalvixWorkbench.exe': SYSTEM - {'mpr.dll', 'oleacc.dll', 'uxtheme.dll'},
 }
 EXPORTS = {'DllCanUnloadNow', 'DllGetClassObject', 'DllInstall', 'DllRegisterServer', 'DllUnregisterServer'}
 # In KB. 32-bit programs carry their tables for exceptions in a longer form.
