@@ -1,7 +1,7 @@
 #include "automation/text.h"
 #include "common/general.h"
 #include "folder/file_name.h"
-#include "folder/folder_rules.h"
+#include "folder/naming_rule.h"
 #include "folder/unc_conversion.h"
 #include "fuzz/fuzz.h"
 

@@ -4,7 +4,7 @@
 #include "automation/resume_next.h"
 #include "common/general.h"
 #include "folder/copy_to_project_folder.h"
-#include "folder/folder_rules.h"
+#include "folder/naming_rule.h"
 
 namespace talvix {
 

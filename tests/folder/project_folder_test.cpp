@@ -1,4 +1,4 @@
-#include "folder/folder_rules.h"
+#include "folder/naming_rule.h"
 #include "folder/project_folder.h"
 #include "folder/project_folder_store.h"
 #include "folder/sub_folders.h"

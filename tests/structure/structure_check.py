@@ -21,8 +21,8 @@ MAY_INCLUDE = {
     'grid/control': {'automation', 'grid/model', 'platform', 'platform/win32'},
     'platform/win32': {'automation', 'platform'},
     'server': {'automation', 'platform', 'platform/win32', 'common', 'core', 'operations', 'folder', 'ui'},
-    'workbench/host': {'automation'},
-    'workbench/program': {'automation', 'workbench/host', 'platform', 'platform/win32'},
+    'workbench/host': {'automation', 'common', 'folder'},
+    'workbench/program': {'automation', 'workbench/host', 'folder', 'platform', 'platform/win32'},
 }
 PORTABLE = {'automation', 'platform', 'common', 'core', 'operations', 'folder', 'ui', 'grid/model', 'workbench/host'}
 WINDOWS = re.compile(r'#include <(windows|unknwn|ole2|oaidl|oleauto|olectl|ocidl|objbase|shlobj|shellapi|commctrl)\.h>'

@@ -4,6 +4,8 @@
 #include "automation/text.h"
 #include "workbench/host/host_object.h"
 
+#include <utility>
+
 namespace talvix::host {
 
 namespace {
@@ -142,7 +144,10 @@ Object Host::MakeManaging() {
         return project_->nextId++;
     };
     const auto writeList = [this](const HostCall&) -> Value {
-        project_->documents = ReadRows(documentGrid_);
+        std::vector<Document> now = ReadRows(documentGrid_);
+        if (now != project_->documents) {
+            history_.Keep(std::exchange(project_->documents, std::move(now)));
+        }
         project_->isChanged = true;
         services_.listWritten();
         return {};

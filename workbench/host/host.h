@@ -1,6 +1,7 @@
 #pragma once
 
 #include "automation/late.h"
+#include "workbench/host/list_history.h"
 #include "workbench/host/project.h"
 
 #include <functional>
@@ -32,6 +33,8 @@ public:
     /// The arguments of `ReferenceLibraries`, in their order.
     std::vector<Value> Libraries() const { return libraries_; }
     Object Item() const { return item_; }
+    /// What the list was before each of its changes.
+    ListHistory& History() { return history_; }
 
 private:
     Object MakeItem();
@@ -51,6 +54,7 @@ private:
     Late documentGrid_;
     Late actionGrid_;
     std::map<std::int32_t, Message> messages_;
+    ListHistory history_;
     Object item_;
     std::vector<Value> libraries_;
 };

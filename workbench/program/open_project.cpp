@@ -1,5 +1,6 @@
 #include "workbench/program/open_project.h"
 
+#include "automation/coercion.h"
 #include "automation/failure.h"
 #include "platform/win32/com/dispatch_object.h"
 #include "platform/win32/system_text.h"
@@ -50,6 +51,10 @@ OpenProject::OpenProject(host::Project project, Show showMessage, std::function<
     services.projectXml = [this] { return ProjectXml(*project_); };
     services.userName = UserName();
     host_ = std::make_unique<host::Host>(project_, std::move(services), gridLate_, actionsLate_);
+    ShowActions();
+}
+
+void OpenProject::ShowActions() const {
     host::LoadActions(actionsLate_, project_->actions);
 }
 
@@ -66,6 +71,41 @@ void OpenProject::Attach() {
     main_.Call(u"InitSGDMS");
     host::LoadRows(gridLate_, project_->documents);
     main_.Call(u"Init");
+}
+
+bool OpenProject::GoTo(std::optional<host::ListHistory::List> list) {
+    if (!list) {
+        return false;
+    }
+    project_->documents = std::move(*list);
+    project_->isChanged = true;
+    gridLate_[u"Rows"].Call(u"Clear");
+    host::LoadRows(gridLate_, project_->documents);
+    main_.Call(u"Init");
+    return true;
+}
+
+bool OpenProject::Undo() {
+    return History().CanUndo() && GoTo(host_->History().Undo(project_->documents));
+}
+
+bool OpenProject::Redo() {
+    return History().CanRedo() && GoTo(host_->History().Redo(project_->documents));
+}
+
+void OpenProject::ChangeFields(const std::map<std::int32_t, host::Document>& changes) {
+    for (const auto& [id, fields] : changes) {
+        const auto number = NumericContent(gridLate_.Call(u"Find", u"ID", id));
+        if (!number || *number < 1) {
+            continue;
+        }
+        const Late row = gridLate_(u"Rows", static_cast<std::int32_t>(*number));
+        for (const auto& [key, value] : fields) {
+            row.SetAt(u"Value", key, value);
+        }
+    }
+    main_.Call(u"Init");
+    Late(host_->Libraries()[1]).Call(u"WriteGridDataToItemBody");
 }
 
 void OpenProject::Call(std::u16string_view member) const {

@@ -4,7 +4,9 @@
 #include "platform/win32/com/com_ptr.h"
 #include "workbench/host/host.h"
 
+#include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace talvix::workbench {
@@ -29,13 +31,26 @@ public:
     void Attach();
     /// Forwards a button of the page or calls another member of the component without arguments.
     void Call(std::u16string_view member) const;
+    /// Puts the list back to what it was before its last change, or forward again; false when there
+    /// is nothing to go to. Files on the disk stay as they are.
+    bool Undo();
+    bool Redo();
+    const host::ListHistory& History() const { return host_->History(); }
+    /// Puts other contents into rows, by the rows' "ID", shows them and writes the list back once.
+    void ChangeFields(const std::map<std::int32_t, host::Document>& changes);
+    /// Shows the project's actions anew.
+    void ShowActions() const;
     host::Project& Project() { return *project_; }
     IDispatch* Grid() const { return grid_.Get(); }
+    IDispatch* ActionsGrid() const { return actions_.Get(); }
+    const Late& ActionsLate() const { return actionsLate_; }
     const Late& GridLate() const { return gridLate_; }
     /// The component.
     const Late& MainLate() const { return main_; }
 
 private:
+    bool GoTo(std::optional<host::ListHistory::List> list);
+
     std::shared_ptr<host::Project> project_;
     ComPtr<IDispatch> grid_;
     ComPtr<IDispatch> actions_;

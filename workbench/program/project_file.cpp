@@ -5,8 +5,6 @@
 #include "automation/late.h"
 #include "automation/text.h"
 #include "platform/win32/com/dispatch_object.h"
-#include "platform/win32/owned.h"
-#include "platform/win32/system_text.h"
 #include "platform/win32/wide.h"
 #include "workbench/host/field_text.h"
 
@@ -17,7 +15,7 @@ namespace talvix::workbench {
 namespace {
 
 constexpr const char16_t* kRoot = u"TalvixProject";
-constexpr const char16_t* kVersion = u"1";
+constexpr std::int32_t kVersion = 1;
 
 Late NewDocument() {
     CLSID id{};
@@ -71,8 +69,13 @@ public:
             Refuse(u"Es ist keine Projektdatei (Wurzelelement \"" +
                    (root ? TextIn(root, u"nodeName") : u"") + u"\").");
         }
-        if (AttributeOf(root, u"version", u"/TalvixProject") != kVersion) {
-            Refuse(u"/TalvixProject/@version: Diese Fassung des Dateiformats ist nicht bekannt.");
+        const std::int32_t version = NumberOf(root, u"version", u"/TalvixProject");
+        if (version > kVersion) {
+            Refuse(u"Sie wurde mit einem neueren Programm gespeichert (Format " +
+                   DecimalText(version) + u", bekannt ist " + DecimalText(kVersion) + u").");
+        }
+        if (version < 1) {
+            Refuse(u"/TalvixProject/@version: Dieses Dateiformat gibt es nicht.");
         }
         ReadHead();
         ReadSettings();
@@ -201,22 +204,6 @@ private:
     host::Project project_;
 };
 
-[[noreturn]] void RefuseToSave(std::u16string_view path, DWORD error) {
-    throw Failure(static_cast<std::int32_t>(HRESULT_FROM_WIN32(error)),
-                  u"Die Datei \"" + std::u16string(path) +
-                      u"\" kann nicht gespeichert werden.\r\n" + SystemText(error));
-}
-
-bool WriteWhole(const std::u16string& path, const std::string& bytes) {
-    const OwnedFile file(CreateFileW(Wide(path), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                     FILE_ATTRIBUTE_NORMAL, nullptr));
-    DWORD written = 0;
-    return file &&
-           WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written,
-                     nullptr) != FALSE &&
-           written == bytes.size() && FlushFileBuffers(file.Get()) != FALSE;
-}
-
 } // namespace
 
 std::u16string ProjectXml(const host::Project& project) {
@@ -244,22 +231,6 @@ std::u16string ProjectXml(const host::Project& project) {
 
 host::Project ReadProject(std::u16string_view path) {
     return ProjectReader(path).Read();
-}
-
-void SaveProject(const host::Project& project, std::u16string_view path) {
-    const std::u16string target(path);
-    const std::u16string temporary = target + u".~neu";
-    if (!WriteWhole(temporary, ToUtf8(ProjectXml(project)))) {
-        const DWORD error = GetLastError();
-        DeleteFileW(Wide(temporary));
-        RefuseToSave(path, error);
-    }
-    if (MoveFileExW(Wide(temporary), Wide(target),
-                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == FALSE) {
-        const DWORD error = GetLastError();
-        DeleteFileW(Wide(temporary));
-        RefuseToSave(path, error);
-    }
 }
 
 } // namespace talvix::workbench
