@@ -10,22 +10,22 @@ namespace {
 struct ExportColumn {
     const char16_t* key;
     const char16_t* caption;
-    bool isOnPage; ///< on the printed page, too
+    int share; ///< of the printed page's width; 0 when it is not printed
 };
 
 constexpr ExportColumn kColumns[] = {
-    {u"ID", u"Nr.", true},
-    {u"Subject", u"Name/Betreff", true},
-    {u"ItemSize", u"Größe", true},
-    {u"ObjectDescription", u"Typ", true},
-    {u"Creator", u"Erstellt von", false},
-    {u"CreationDate", u"Erstellt am", true},
-    {u"LastModificationBy", u"Geändert von", false},
-    {u"ModificationDate", u"Geändert am", true},
-    {u"Status", u"Status", true},
-    {u"LongDescription", u"Notizen", true},
-    {u"PhysicalStore1", u"Speicherort", false},
-    {u"PhysicalStore2", u"Ordner", true},
+    {u"ID", u"Nr.", 5},
+    {u"Subject", u"Name/Betreff", 22},
+    {u"ItemSize", u"Größe", 8},
+    {u"ObjectDescription", u"Typ", 14},
+    {u"Creator", u"Erstellt von", 0},
+    {u"CreationDate", u"Erstellt am", 12},
+    {u"LastModificationBy", u"Geändert von", 0},
+    {u"ModificationDate", u"Geändert am", 12},
+    {u"Status", u"Status", 10},
+    {u"LongDescription", u"Notizen", 18},
+    {u"PhysicalStore1", u"Speicherort", 0},
+    {u"PhysicalStore2", u"Ordner", 14},
 };
 
 std::u16string FieldOf(const Document& document, const char16_t* key, const Culture& culture) {
@@ -77,6 +77,26 @@ std::u16string ListAsCsv(const Project& project, const Culture& culture) {
     return text;
 }
 
+std::vector<PrintColumn> PrintColumns() {
+    std::vector<PrintColumn> columns;
+    for (const ExportColumn& column : kColumns) {
+        if (column.share > 0) {
+            columns.push_back({column.caption, column.share});
+        }
+    }
+    return columns;
+}
+
+std::vector<std::u16string> PrintedRow(const Document& document, const Culture& culture) {
+    std::vector<std::u16string> texts;
+    for (const ExportColumn& column : kColumns) {
+        if (column.share > 0) {
+            texts.push_back(FieldOf(document, column.key, culture));
+        }
+    }
+    return texts;
+}
+
 std::u16string ListAsHtml(const Project& project, const Culture& culture) {
     const std::u16string title = Escaped(project.number + (project.number.empty() ? u"" : u" ") +
                                          project.name + u" – Dokumente");
@@ -85,13 +105,13 @@ std::u16string ListAsHtml(const Project& project, const Culture& culture) {
                           title + u"</title>" + kStyle + u"</head><body>\r\n<h1>" + title +
                           u"</h1>\r\n<table><thead><tr>";
     for (const ExportColumn& column : kColumns) {
-        page += column.isOnPage ? u"<th>" + std::u16string(column.caption) + u"</th>" : u"";
+        page += column.share > 0 ? u"<th>" + std::u16string(column.caption) + u"</th>" : u"";
     }
     page += u"</tr></thead><tbody>\r\n";
     for (const Document& document : project.documents) {
         page += u"<tr>";
         for (const ExportColumn& column : kColumns) {
-            if (column.isOnPage) {
+            if (column.share > 0) {
                 page += u"<td>" + Escaped(FieldOf(document, column.key, culture)) + u"</td>";
             }
         }

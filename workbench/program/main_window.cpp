@@ -1,25 +1,21 @@
 #include "workbench/program/main_window.h"
 
 #include "automation/coercion.h"
-#include "automation/failure.h"
 #include "automation/text.h"
 #include "platform/win32/device_context.h"
 #include "platform/win32/wide.h"
+#include "workbench/host/folder_preview.h"
 #include "workbench/host/summary.h"
-#include "workbench/program/control_host.h"
-#include "workbench/program/file_mail.h"
 #include "workbench/program/frame.h"
 #include "workbench/program/main_menu.h"
-#include "workbench/program/project_file.h"
-#include "workbench/program/project_prompt.h"
-#include "workbench/program/remembered_layout.h"
-#include "workbench/program/save_export.h"
+#include "workbench/program/selected_documents.h"
 #include "workbench/program/text_file.h"
+#include "workbench/program/tool_bar.h"
+#include "workbench/program/user_memory.h"
 
 #include <windows.h>
 #include <commctrl.h>
 
-#include <algorithm>
 #include <iterator>
 
 namespace talvix::workbench {
@@ -27,20 +23,21 @@ namespace talvix::workbench {
 namespace {
 
 constexpr const wchar_t* kWindowClass = L"TalvixWorkbench";
-constexpr const char16_t* kProgram = u"Talvix Workbench";
-constexpr int kTabs = 150;
+constexpr int kTabs = 180;
 constexpr int kUnits = 96;
+constexpr const char16_t* kPages[] = {u"Dokumente", u"Betreuung", u"Projekt", u"Einstellungen"};
+
+enum StatusPart { kCountPart, kSelectedPart, kFolderPart, kFilePart };
+
+void AddTab(HWND tabs, const char16_t* caption) {
+    std::u16string text(caption);
+    TCITEMW tab{};
+    tab.mask = TCIF_TEXT;
+    tab.pszText = WideBuffer(text);
+    SendMessageW(tabs, TCM_INSERTITEMW, std::size(kPages), reinterpret_cast<LPARAM>(&tab));
+}
 
 } // namespace
-
-template <typename Work>
-void MainWindow::Attempt(Work&& work) const {
-    try {
-        work();
-    } catch (const std::exception&) { // a command's failure is shown to whoever gave it
-        ShowError(CurrentFailure().Text());
-    }
-}
 
 void MainWindow::ShowError(std::u16string_view text) const {
     MessageBoxW(window_, Wide(std::u16string(text)), Wide(kProgram), MB_OK | MB_ICONERROR);
@@ -50,27 +47,17 @@ bool MainWindow::Start(const CommandLine& line) {
     RegisterFrame(kWindowClass, Procedure);
     const ScreenDc screen;
     dpi_ = GetDeviceCaps(screen.Get(), LOGPIXELSX);
+    remembers_ = !line.exit; // a run without a user shows rows in their own order
     const SIZE size = FirstSize(dpi_);
     window_ = CreateWindowExW(0, kWindowClass, Wide(kProgram),
                               WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
                               size.cx, size.cy, nullptr, nullptr, GetModuleHandleW(nullptr), this);
     accelerators_.Reset(MakeMainMenu(window_));
     MakeControls();
-    ShowWindow(window_, SW_SHOWDEFAULT);
-    remembersLayout_ = !line.exit; // a run without a user shows rows in their own order
-    Attempt([&] {
-        if (!line.file.empty()) {
-            OpenFile(line.file);
-        } else {
-            NewProject(line.folder);
-        }
-        if (!line.folder.empty()) {
-            ReadFolder(false);
-        }
-        if (!line.summary.empty()) {
-            WriteTextFile(line.summary, host::Summary(project_->Project(), seconds_, locale_));
-        }
-    });
+    if (!remembers_ || !RestorePlace(window_)) {
+        ShowWindow(window_, SW_SHOWDEFAULT);
+    }
+    Attempt([&] { CarryOut(line); });
     if (project_ == nullptr) { // what was asked for could not be opened
         Attempt([&] { NewProject(u""); });
     }
@@ -78,151 +65,83 @@ bool MainWindow::Start(const CommandLine& line) {
     return !line.exit;
 }
 
+void MainWindow::CarryOut(const CommandLine& line) {
+    if (!line.file.empty()) {
+        OpenFile(line.file);
+    } else {
+        NewProject(line.folder);
+    }
+    if (!line.folder.empty()) {
+        ReadFolder(false);
+    }
+    if (!line.summary.empty() && project_ != nullptr) {
+        WriteTextFile(line.summary, host::Summary(project_->Project(), seconds_, locale_));
+    }
+}
+
 void MainWindow::MakeControls() {
     InitCommonControls();
     font_.Reset(MessageFont());
     const Look look{window_, font_.Get(), dpi_};
+    const auto font = reinterpret_cast<WPARAM>(font_.Get());
+    toolBar_ = MakeToolBar(window_, dpi_);
     tabs_ = CreateWindowExW(0, WC_TABCONTROLW, L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, 0, 10,
                             10, window_, reinterpret_cast<HMENU>(static_cast<LONG_PTR>(kTabs)),
                             GetModuleHandleW(nullptr), nullptr);
-    SendMessageW(tabs_, WM_SETFONT, reinterpret_cast<WPARAM>(font_.Get()), FALSE);
-    for (const auto* caption : {u"Einstellungen", u"Dokumente"}) {
-        std::u16string text(caption);
-        TCITEMW tab{};
-        tab.mask = TCIF_TEXT;
-        tab.pszText = WideBuffer(text);
-        SendMessageW(tabs_, TCM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&tab));
+    SendMessageW(tabs_, WM_SETFONT, font, FALSE);
+    for (const char16_t* caption : kPages) {
+        AddTab(tabs_, caption);
     }
     SendMessageW(tabs_, TCM_SETCURSEL, 0, 0);
     documents_ = std::make_unique<DocumentsPage>(look);
-    settings_ = std::make_unique<SettingsPage>(look);
-    settings_->Show(false);
+    support_ = std::make_unique<SupportPage>(look);
+    projectPage_ = MakeProjectPage(look);
+    settings_ = MakeSettingsPage(look);
+    pages_ = {documents_.get(), support_.get(), projectPage_.get(), settings_.get()};
     status_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0,
                               0, 0, 0, window_, nullptr, GetModuleHandleW(nullptr), nullptr);
-    SendMessageW(status_, WM_SETFONT, reinterpret_cast<WPARAM>(font_.Get()), FALSE);
+    SendMessageW(status_, WM_SETFONT, font, FALSE);
+    ShowPage(0);
     Layout();
 }
 
 void MainWindow::Layout() {
     RECT client{};
     GetClientRect(window_, &client);
-    SendMessageW(status_, WM_SIZE, 0, 0);
+    for (HWND bar : {toolBar_, status_}) {
+        SendMessageW(bar, WM_SIZE, 0, 0); // they place themselves
+    }
     RECT status{};
+    RECT tools{};
     GetWindowRect(status_, &status);
+    GetWindowRect(toolBar_, &tools);
     const int margin = MulDiv(6, dpi_, kUnits);
     const int strip = MulDiv(26, dpi_, kUnits);
-    MoveWindow(tabs_, margin, margin, client.right - 2 * margin, strip, TRUE);
-    const RECT page{margin, 2 * margin + strip, client.right - margin,
+    const int top = static_cast<int>(tools.bottom - tools.top) + MulDiv(4, dpi_, kUnits);
+    MoveWindow(tabs_, margin, top, client.right - 2 * margin, strip, TRUE);
+    const RECT page{margin, top + strip + margin, client.right - margin,
                     client.bottom - (status.bottom - status.top) - margin};
-    documents_->Layout(page);
-    settings_->Layout(page);
-    const int parts[] = {MulDiv(160, dpi_, kUnits), -1};
-    SendMessageW(status_, SB_SETPARTS, 2, reinterpret_cast<LPARAM>(parts));
+    for (Page* each : pages_) {
+        each->Layout(page);
+    }
+    const int parts[] = {MulDiv(250, dpi_, kUnits), MulDiv(370, dpi_, kUnits),
+                         MulDiv(690, dpi_, kUnits), -1};
+    SendMessageW(status_, SB_SETPARTS, std::size(parts), reinterpret_cast<LPARAM>(parts));
 }
 
-void MainWindow::ShowPage(bool settings) {
+void MainWindow::ShowPage(int page) {
     TakeFolder();
-    documents_->Show(!settings);
-    settings_->Show(settings);
-}
-
-void MainWindow::TakeFolder() {
-    if (project_ == nullptr) {
-        return;
+    for (Page* each : pages_) {
+        if (each != pages_[static_cast<std::size_t>(page)]) {
+            each->Show(false);
+        }
     }
-    host::Project& project = project_->Project();
-    const std::u16string folder = documents_->Folder();
-    if (project.folder != folder) {
-        project.folder = folder;
-        project.isChanged = true;
-        ShowState();
-    }
+    pages_[static_cast<std::size_t>(page)]->Show(true);
 }
 
-void MainWindow::Open(host::Project project, std::u16string_view path) {
-    const auto show = [this](std::u16string_view text, std::u16string_view title,
-                             std::int32_t style) {
-        MessageBoxW(window_, Wide(std::u16string(text)), Wide(std::u16string(title)),
-                    static_cast<UINT>(style));
-    };
-    const auto save = [this](std::u16string_view name, std::u16string_view xml) {
-        Attempt([&] { SaveExport(window_, project_->Project(), name, xml, locale_); });
-    };
-    auto opened = std::make_unique<OpenProject>(
-        std::move(project), show, [this] { ShowState(); }, save);
-    CloseProject();
-    AttachControl(opened->Grid(), documents_->RenewGridHost());
-    project_ = std::move(opened);
-    path_ = path;
-    Layout();
-    project_->Attach();
-    project_->GridLate().Set(u"FileColumn", u"PhysicalStore1");
-    if (remembersLayout_) {
-        layout_ = RestoreLayout(project_->GridLate());
-    }
-    ShowState();
-}
-
-void MainWindow::CloseProject() {
-    documents_->CloseFilter();
-    if (project_ != nullptr && remembersLayout_) {
-        Attempt([&] { RememberLayout(project_->GridLate(), layout_); });
-    }
-    project_.reset();
-}
-
-void MainWindow::NewProject(std::u16string_view folder) {
-    host::Project project;
-    project.name = u"Neues Projekt";
-    project.folder = folder;
-    Open(std::move(project), u"");
-}
-
-void MainWindow::OpenFile(std::u16string_view path) {
-    Open(ReadProject(path), path);
-}
-
-void MainWindow::AskAndOpen() {
-    const std::u16string path = AskForProjectFile(window_, false);
-    if (!path.empty()) {
-        OpenFile(path);
-    }
-}
-
-bool MainWindow::Save(bool askForName) {
-    const std::u16string path =
-        askForName || path_.empty() ? AskForProjectFile(window_, true) : path_;
-    if (path.empty()) {
-        return false;
-    }
-    project_->Project().documents = host::ReadRows(project_->GridLate());
-    SaveProject(project_->Project(), path);
-    project_->Project().isChanged = false;
-    path_ = path;
-    ShowState();
-    return true;
-}
-
-bool MainWindow::MayClose() {
-    if (project_ == nullptr || !project_->Project().isChanged) {
-        return true;
-    }
-    const int answer = MessageBoxW(
-        window_, L"Das Projekt wurde geändert. Sollen die Änderungen gespeichert werden?",
-        Wide(kProgram), MB_YESNOCANCEL | MB_ICONQUESTION);
-    bool mayClose = answer == IDNO;
-    if (answer == IDYES) {
-        Attempt([&] { mayClose = Save(false); });
-    }
-    return mayClose;
-}
-
-void MainWindow::ReadFolder(bool withForm) {
-    const double start = Now();
-    SetCursor(LoadCursorW(nullptr, MAKEINTRESOURCEW(32514)));
-    project_->Call(withForm ? u"AddFilesFromProjectFolder" : u"AddFilesFromProjectFolderEvent");
-    seconds_ = Now() - start;
-    ShowState();
+void MainWindow::ShowStatus(int part, const std::u16string& text) const {
+    SendMessageW(status_, SB_SETTEXTW, static_cast<WPARAM>(part),
+                 reinterpret_cast<LPARAM>(Wide(text)));
 }
 
 void MainWindow::ShowState() {
@@ -230,108 +149,34 @@ void MainWindow::ShowState() {
         return;
     }
     const host::Project& project = project_->Project();
-    const auto rows = static_cast<long long>(project.documents.size());
-    std::u16string count = DecimalText(rows) + (rows == 1 ? u" Dokument" : u" Dokumente");
+    std::u16string count = DocumentsText(project.documents.size());
     if (documents_->IsFilterOpen()) {
         const auto shown = NumericContent(project_->GridLate().Call(u"FilterCount"));
         count = DecimalText(static_cast<long long>(shown.value_or(0))) + u" von " + count;
     }
-    SendMessageW(status_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(Wide(count)));
-    const std::u16string file = path_.empty() ? u"Noch nicht gespeichert" : path_;
-    SendMessageW(status_, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(Wide(file)));
+    ShowStatus(kCountPart, count);
+    ShowStatus(kFolderPart, project.folder.empty() ? u"Kein Projektordner" : project.folder);
+    ShowStatus(kFilePart, place_.Path().empty() ? u"Noch nicht gespeichert" : place_.Path());
     documents_->ShowFolder(project.folder);
+    projectPage_->ShowProject(project);
     settings_->ShowProject(project);
-    const std::u16string title =
-        project.name + (project.isChanged ? u" *" : u"") + u" – " + kProgram;
-    SetWindowTextW(window_, Wide(title));
+    settings_->ShowNote(host::FolderPreview(project));
+    const bool readOnly = !place_.Path().empty() && !place_.MayWrite();
+    SetWindowTextW(window_, Wide(project.name + (readOnly ? u" [schreibgeschützt]" : u"") +
+                                 (project.isChanged ? u" *" : u"") + u" – " + kProgram));
+    for (const auto& [command, enabled] : {std::pair(kUndo, project_->History().CanUndo()),
+                                           std::pair(kRedo, project_->History().CanRedo()),
+                                           std::pair(kVersions, !place_.Path().empty()),
+                                           std::pair(kImportReport, !report_.lines.empty())}) {
+        EnableCommand(window_, command, enabled);
+        EnableTool(toolBar_, command, enabled);
+    }
+    ShowSelection();
 }
 
-void MainWindow::OnControl(int id, int notification) {
-    if (DocumentsPage::IsFolderEntered(id, notification)) {
-        TakeFolder();
-    } else if (DocumentsPage::IsFilterChanged(id, notification)) {
-        project_->GridLate().Set(u"Filter", documents_->FilterText());
-        ShowState();
-    } else if (settings_->TakeChange(id, notification, project_->Project())) {
-        ShowState();
-    }
-    const DocumentsPage::Button* button = DocumentsPage::ButtonOf(id);
-    if (button != nullptr && notification == BN_CLICKED) {
-        OnButton(*button);
-    }
-}
-
-void MainWindow::OnButton(const DocumentsPage::Button& button) {
-    TakeFolder();
-    switch (button.command) {
-    case PageCommand::Forward:
-        project_->Call(button.member);
-        ShowState();
-        break;
-    case PageCommand::ReadFolder:
-        ReadFolder(true);
-        break;
-    case PageCommand::FileMail:
-        OnCommand(kFileMail);
-        break;
-    }
-}
-
-void MainWindow::OnCommand(int command) {
-    TakeFolder();
-    switch (command) {
-    case kNew:
-        if (MayClose()) {
-            NewProject(u"");
-        }
-        break;
-    case kOpenFile:
-        if (MayClose()) {
-            AskAndOpen();
-        }
-        break;
-    case kSave:
-    case kSaveAs:
-        Save(command == kSaveAs);
-        break;
-    case kFileMail:
-        FileMailFromDisk(window_, *project_, locale_);
-        ShowState();
-        break;
-    case kFileSelected:
-        FileSelectedMail(window_, *project_, locale_);
-        ShowState();
-        break;
-    case kExit:
-        SendMessageW(window_, WM_CLOSE, 0, 0);
-        break;
-    case kReadFolder:
-        ReadFolder(true);
-        break;
-    default:
-        OnView(command);
-        break;
-    }
-}
-
-void MainWindow::OnView(int command) {
-    const Late& grid = project_->GridLate();
-    if (command == kFilterRows) {
-        documents_->OpenFilter();
-        Layout();
-    } else if (command == IDCANCEL && documents_->CloseFilter()) {
-        Layout();
-    } else if (command == kCopyRows) {
-        const auto window = NumericContent(grid.Call(u"hWnd"));
-        SendMessageW(reinterpret_cast<HWND>(static_cast<LONG_PTR>(window.value_or(0))), WM_COPY, 0,
-                     0);
-    } else if (command == kFitColumns) {
-        const auto count = NumericContent(grid[u"Columns"].Call(u"Count"));
-        for (std::int32_t position = 0; position < static_cast<std::int32_t>(count.value_or(0));
-             ++position) {
-            grid(u"Columns", position).Call(u"BestFit");
-        }
-    }
+void MainWindow::ShowSelection() {
+    ShowStatus(kSelectedPart, SelectionText(project_->GridLate()));
+    support_->ShowAction(CurrentAction());
 }
 
 LRESULT CALLBACK MainWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -346,6 +191,21 @@ LRESULT CALLBACK MainWindow::Procedure(HWND window, UINT message, WPARAM wParam,
                           : own->Handle(message, wParam, lParam);
 }
 
+void MainWindow::TakeCommand(int id, int notification) {
+    if (project_ != nullptr || id == kExit) {
+        Attempt([&] {
+            OnCommand(id);
+            OnControl(id, notification);
+        });
+    }
+}
+
+void MainWindow::TakeNotice(const NMHDR& notice) {
+    if (notice.idFrom == kTabs && notice.code == TCN_SELCHANGE) {
+        ShowPage(static_cast<int>(SendMessageW(tabs_, TCM_GETCURSEL, 0, 0)));
+    }
+}
+
 LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_SIZE:
@@ -355,19 +215,16 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {MulDiv(420, dpi_, kUnits),
                                                                  MulDiv(300, dpi_, kUnits)};
         return 0;
-    case WM_COMMAND:
-        if (project_ != nullptr || LOWORD(wParam) == kExit) {
-            Attempt([&] {
-                OnCommand(LOWORD(wParam));
-                OnControl(LOWORD(wParam), HIWORD(wParam));
-            });
+    case kGridChanged:
+        if (project_ != nullptr) {
+            Attempt([&] { ShowSelection(); });
         }
         return 0;
+    case WM_COMMAND:
+        TakeCommand(LOWORD(wParam), HIWORD(wParam));
+        return 0;
     case WM_NOTIFY:
-        if (reinterpret_cast<const NMHDR*>(lParam)->idFrom == kTabs &&
-            reinterpret_cast<const NMHDR*>(lParam)->code == TCN_SELCHANGE) {
-            ShowPage(SendMessageW(tabs_, TCM_GETCURSEL, 0, 0) == 1);
-        }
+        TakeNotice(*reinterpret_cast<const NMHDR*>(lParam));
         return 0;
     case WM_CLOSE:
         if (MayClose()) {
@@ -375,6 +232,9 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         return 0;
     case WM_DESTROY:
+        if (remembers_) {
+            RememberPlace(window_);
+        }
         CloseProject();
         PostQuitMessage(0);
         return 0;
@@ -383,11 +243,20 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
+/// Undoing what was typed is the field's own.
+bool MainWindow::IsFieldsKey(const MSG& message) const {
+    wchar_t kind[16] = L"";
+    GetClassNameW(message.hwnd, kind, static_cast<int>(std::size(kind)));
+    return message.message == WM_KEYDOWN && GetKeyState(VK_CONTROL) < 0 &&
+           (message.wParam == 'Z' || message.wParam == 'Y') && lstrcmpiW(kind, L"Edit") == 0;
+}
+
 int MainWindow::Run() {
     MSG message{};
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-        if (TranslateAcceleratorW(window_, accelerators_.Get(), &message) == 0 &&
-            IsDialogMessageW(window_, &message) == FALSE) {
+        const bool isCommand = !IsFieldsKey(message) &&
+                               TranslateAcceleratorW(window_, accelerators_.Get(), &message) != 0;
+        if (!isCommand && IsDialogMessageW(window_, &message) == FALSE) {
             TranslateMessage(&message);
             DispatchMessageW(&message);
         }

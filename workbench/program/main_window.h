@@ -1,20 +1,25 @@
 #pragma once
 
+#include "automation/failure.h"
 #include "platform/win32/locale.h"
 #include "platform/win32/owned.h"
+#include "workbench/host/import_report.h"
 #include "workbench/program/command_line.h"
 #include "workbench/program/documents_page.h"
+#include "workbench/program/fields_page.h"
 #include "workbench/program/open_project.h"
-#include "workbench/program/settings_page.h"
+#include "workbench/program/project_place.h"
+#include "workbench/program/support_page.h"
 
 #include <windows.h>
 
+#include <array>
 #include <memory>
 #include <string>
 
 namespace talvix::workbench {
 
-/// The program's window: the page "Dokumente" of one project with its grid and buttons.
+/// The program's window: the pages of one project, menu, tool bar and status.
 class MainWindow {
 public:
     MainWindow() = default;
@@ -28,48 +33,80 @@ public:
     int Run();
 
 private:
+    // The window itself (main_window.cpp)
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
+    void TakeCommand(int id, int notification);
+    void TakeNotice(const NMHDR& notice);
+    void CarryOut(const CommandLine& line);
     void MakeControls();
     void Layout();
-    void ShowPage(bool settings);
-    /// Takes what stands in the folder's field as the project folder.
-    void TakeFolder();
-    void OnCommand(int command);
-    void OnControl(int id, int notification);
-    /// Orders that concern the list as it is shown.
-    void OnView(int command);
-    void CloseProject();
-    void OnButton(const DocumentsPage::Button& button);
+    void ShowPage(int page);
+    void ShowState();
+    void ShowSelection();
+    void ShowStatus(int part, const std::u16string& text) const;
+    void ShowError(std::u16string_view text) const;
+    bool IsFieldsKey(const MSG& message) const;
 
-    void Open(host::Project project, std::u16string_view path);
+    // The project and its file (main_files.cpp)
+    void Open(host::Project project, ProjectPlace place);
     void NewProject(std::u16string_view folder);
-    void OpenFile(std::u16string_view path);
+    void OpenFile(const std::u16string& path);
+    ProjectPlace PlaceFor(const std::u16string& path);
     void AskAndOpen();
     bool Save(bool askForName);
+    void RestoreVersion();
     /// Offers to save what was changed; false when the user wants to go on with it.
     bool MayClose();
+    void CloseProject();
+
+    // A user's commands (main_commands.cpp)
+    void OnCommand(int command);
+    /// False for a command that is none of the menu "Datei".
+    bool OnFileCommand(int command);
+    bool OnListCommand(int command);
+    bool OpenRecent(int command);
+    void OnEditCommand(int command);
+    void OnExtrasCommand(int command);
+    void OnControl(int id, int notification);
+    void OnButton(const DocumentsPage::Button& button);
+    void OnAction(ActionCommand command);
+    host::Action* CurrentAction();
+    /// Takes what stands in the folder's field as the project folder.
+    void TakeFolder();
     /// `withForm` shows how it goes on and lets the user end it.
     void ReadFolder(bool withForm);
-    void ShowState();
-    void ShowError(std::u16string_view text) const;
+    void CopyNetworkPaths() const;
+    void ShowHelp() const;
     /// Runs a user's command; what fails is shown.
     template <typename Work>
-    void Attempt(Work&& work) const;
+    void Attempt(Work&& work) const {
+        try {
+            work();
+        } catch (const std::exception&) {
+            ShowError(CurrentFailure().Text());
+        }
+    }
 
     HWND window_ = nullptr;
+    HWND toolBar_ = nullptr;
     HWND status_ = nullptr;
     HWND tabs_ = nullptr;
     OwnedFont font_;
     OwnedAccelerators accelerators_;
     std::unique_ptr<DocumentsPage> documents_;
-    std::unique_ptr<SettingsPage> settings_;
+    std::unique_ptr<SupportPage> support_;
+    std::unique_ptr<FieldsPage> projectPage_;
+    std::unique_ptr<FieldsPage> settings_;
+    std::array<Page*, 4> pages_{};
     Win32Locale locale_;
     std::unique_ptr<OpenProject> project_;
-    std::u16string path_;
+    std::array<Subscription, 2> watches_;
+    ProjectPlace place_;
     std::u16string layout_; ///< of the grid when the project was opened
-    bool remembersLayout_ = true;
-    double seconds_ = 0; ///< that the last import took
+    host::ImportReport report_;
+    bool remembers_ = true; ///< layout, place and files, for the user
+    double seconds_ = 0;    ///< that the last import took
     int dpi_ = 96;
 };
 
