@@ -92,6 +92,8 @@ file(COPY ${generated}/TalvixWorkbench.exe.manifest DESTINATION ${CMAKE_BINARY_D
 file(GLOB workbench_sources CONFIGURE_DEPENDS workbench/program/*.cpp)
 list(REMOVE_ITEM workbench_sources ${CMAKE_SOURCE_DIR}/workbench/program/program.cpp)
 talvix_library(talvix_workbench ${workbench_sources})
+target_compile_options(talvix_workbench PRIVATE -Os)
+target_compile_options(talvix_host PRIVATE -Os)
 target_link_libraries(talvix_workbench PUBLIC talvix_host talvix_win32 comctl32 comdlg32)
 add_executable(TalvixWorkbench WIN32 workbench/program/program.cpp workbench/program/workbench.rc)
 set_source_files_properties(workbench/program/workbench.rc PROPERTIES
@@ -102,3 +104,20 @@ add_dependencies(TalvixWorkbench TalvixDMS TalvixGrid)
 add_custom_command(TARGET TalvixWorkbench POST_BUILD
     COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:TalvixWorkbench> $<TARGET_FILE:TalvixWorkbench>.debug
     COMMAND ${CMAKE_STRIP} $<TARGET_FILE:TalvixWorkbench>)
+
+# The same without a window, for consoles; its name wins over the program's there.
+add_executable(TalvixConsole workbench/console/console.cpp workbench/console/console.rc)
+set_source_files_properties(workbench/console/console.rc PROPERTIES
+    COMPILE_OPTIONS "-I${generated};-I${CMAKE_SOURCE_DIR}" OBJECT_DEPENDS ${generated}/TalvixWorkbench.exe.manifest)
+set_target_properties(TalvixConsole PROPERTIES OUTPUT_NAME TalvixWorkbench SUFFIX .com)
+target_link_libraries(TalvixConsole PRIVATE talvix_workbench)
+target_link_options(TalvixConsole PRIVATE -municode -Wl,--gc-sections)
+add_dependencies(TalvixConsole TalvixDMS TalvixGrid)
+add_custom_command(TARGET TalvixConsole POST_BUILD
+    COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:TalvixConsole> $<TARGET_FILE:TalvixConsole>.debug
+    COMMAND ${CMAKE_STRIP} $<TARGET_FILE:TalvixConsole>)
+
+# Projects for scripts.
+talvix_guids(PROJECT ${CMAKE_SOURCE_DIR}/workbench/script/talvix_project.idl ${generated}/talvix_project_guids.h)
+talvix_server(TalvixProject TalvixProject.dll workbench/script workbench/script/talvix_project.idl)
+target_link_libraries(TalvixProject PRIVATE talvix_workbench)

@@ -10,6 +10,8 @@ SYSTEM = {'advapi32.dll', 'comctl32.dll', 'comdlg32.dll', 'oleacc.dll', 'gdi32.d
 FROZEN = {
     'TalvixDMS.dll': SYSTEM - {'comctl32.dll', 'comdlg32.dll', 'oleacc.dll', 'uxtheme.dll'},
     'TalvixGrid.ocx': SYSTEM - {'comdlg32.dll', 'mpr.dll', 'shell32.dll'},
+    'TalvixProject.dll': SYSTEM - {'comctl32.dll', 'oleacc.dll', 'mpr.dll', 'uxtheme.dll'},
+    'TalvixWorkbench.com': SYSTEM - {'comctl32.dll', 'oleacc.dll', 'mpr.dll', 'uxtheme.dll'},
     'TalvixWorkbench.exe': SYSTEM - {'mpr.dll', 'oleacc.dll', 'uxtheme.dll'},
 }
 EXPORTS = {'DllCanUnloadNow', 'DllGetClassObject', 'DllInstall', 'DllRegisterServer', 'DllUnregisterServer'}
@@ -30,7 +32,7 @@ for name, expected in FROZEN.items():
     dump = subprocess.run(['objdump', '-p', str(folder / name)], capture_output=True, text=True, check=True).stdout
     imports = {line.lower() for line in re.findall(r'DLL Name: (\S+)', dump)}
     result(f'{name} imports system libraries only', imports == expected, sorted(imports ^ expected))
-    if not name.endswith('.exe'):
+    if name.endswith(('.dll', '.ocx')):
         exports = set(re.findall(r'\[ *\d+\](?: \+base\[ *\d+\])? +(?:[0-9a-f]{4} +)?(Dll\w+)', dump))
         result(f'{name} exports its five entry points by plain name', exports == EXPORTS, sorted(exports))
         size = (folder / name).stat().st_size

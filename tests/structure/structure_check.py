@@ -22,6 +22,8 @@ MAY_INCLUDE = {
     'platform/win32': {'automation', 'platform'},
     'server': {'automation', 'platform', 'platform/win32', 'common', 'core', 'operations', 'folder', 'ui'},
     'workbench/host': {'automation', 'common', 'folder'},
+    'workbench/console': {'automation', 'platform/win32', 'workbench/program'},
+    'workbench/script': {'automation', 'workbench/host', 'workbench/program', 'platform', 'platform/win32'},
     'workbench/program': {'automation', 'workbench/host', 'folder', 'platform', 'platform/win32'},
 }
 PORTABLE = {'automation', 'platform', 'common', 'core', 'operations', 'folder', 'ui', 'grid/model', 'workbench/host'}

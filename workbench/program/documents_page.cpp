@@ -16,13 +16,13 @@ constexpr int kFilter = 251;
 
 constexpr DocumentsPage::Button kButtons[] = {
     {u"&Neu…", PageCommand::Forward, u"btnNewDocument_Click", 70, false},
-    {u"Än&dern…", PageCommand::Forward, u"btnChangeDocument_Click", 80, false},
+    {u"Ände&rn…", PageCommand::Forward, u"btnChangeDocument_Click", 80, false},
     {u"Ö&ffnen", PageCommand::Forward, u"btnOpenDocument_Click", 70, false},
     {u"&Löschen", PageCommand::Forward, u"btnDeleteDocument_Click", 75, false},
     {u"E&xportieren", PageCommand::Forward, u"btnExportDocuments_Click", 90, false},
     {u"E-Mail &ablegen…", PageCommand::FileMail, nullptr, 120, false},
     {u"Ordner&inhalt einlesen", PageCommand::ReadFolder, nullptr, 150, false},
-    {u"O&rdner öffnen", PageCommand::Forward, u"btnOpenFolder_Click", 105, true},
+    {u"&Ordner öffnen", PageCommand::Forward, u"btnOpenFolder_Click", 105, true},
     {u"Ordner fe&stlegen…", PageCommand::Forward, u"btnDMSSetStore_Click", 130, true},
     {u"Ordner en&tfernen", PageCommand::Forward, u"btnDMSDeletetStore_Click", 125, true},
 };

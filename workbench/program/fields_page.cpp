@@ -20,7 +20,7 @@ constexpr PageField kProjectFields[] = {
 };
 
 constexpr PageField kSettings[] = {
-    {u"&Basisordner:", nullptr, u"DOCUMENTS/PATH", false, false},
+    {u"B&asisordner:", nullptr, u"DOCUMENTS/PATH", false, false},
     {u"Namens&regel:", nullptr, u"DOCUMENTS/RULES", false, false},
     {u"&Unterordner anlegen", nullptr, u"DOCUMENTS/SUB_ACTIVE", true, true},
     {u"Unter&ordner (mit Komma):", nullptr, u"DOCUMENTS/SUB_LIST", false, false},

@@ -5,9 +5,9 @@
 #include "platform/win32/dialog_template.h"
 #include "platform/win32/dialogs.h"
 #include "platform/win32/files.h"
+#include "platform/win32/locale.h"
 #include "platform/win32/owned.h"
 #include "platform/win32/wide.h"
-#include "workbench/host/document_files.h"
 #include "workbench/program/list_dialog.h"
 #include "workbench/program/page.h"
 
@@ -37,17 +37,6 @@ private:
 std::u16string Counted(std::size_t count, std::u16string_view one, std::u16string_view many) {
     return DecimalText(static_cast<long long>(count)) + u" " +
            std::u16string(count == 1 ? one : many);
-}
-
-std::vector<host::FileRow> MissingRows(const OpenProject& project) {
-    const WaitPointer wait;
-    Win32Files files;
-    std::vector<host::FileRow> rows = host::FileRows(host::ReadRows(project.GridLate()));
-    std::erase_if(rows, [&](const host::FileRow& row) {
-        const auto facts = files.Query(row.path);
-        return facts && !facts->isFolder;
-    });
-    return rows;
 }
 
 /// Shows what is to be changed, and changes it when the user agrees.
@@ -118,10 +107,10 @@ bool AskForPlaces(HWND owner, Places& places) {
     DialogTemplate made(WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME | DS_CENTER,
                         {0, 0, 260, 74}, u"Ort ersetzen");
     constexpr DWORD kField = ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP;
-    made.Add(DialogTemplate::kStaticKind, 0xFFFF, SS_LEFT, {8, 10, 50, 10}, u"&Bisheriger Ort:");
-    made.Add(DialogTemplate::kEditKind, kOldPlace, kField, {66, 8, 186, 13}, u"");
-    made.Add(DialogTemplate::kStaticKind, 0xFFFF, SS_LEFT, {8, 29, 50, 10}, u"&Neuer Ort:");
-    made.Add(DialogTemplate::kEditKind, kNewPlace, kField, {66, 27, 186, 13}, u"");
+    made.Add(DialogTemplate::kStaticKind, 0xFFFF, SS_LEFT, {8, 10, 58, 10}, u"&Bisheriger Ort:");
+    made.Add(DialogTemplate::kEditKind, kOldPlace, kField, {70, 8, 182, 13}, u"");
+    made.Add(DialogTemplate::kStaticKind, 0xFFFF, SS_LEFT, {8, 29, 58, 10}, u"&Neuer Ort:");
+    made.Add(DialogTemplate::kEditKind, kNewPlace, kField, {70, 27, 182, 13}, u"");
     made.Add(DialogTemplate::kButtonKind, IDOK, BS_DEFPUSHBUTTON | WS_TABSTOP, {146, 52, 50, 14},
              u"Vorschau");
     made.Add(DialogTemplate::kButtonKind, IDCANCEL, BS_PUSHBUTTON | WS_TABSTOP, {202, 52, 50, 14},
@@ -180,6 +169,23 @@ std::u16string IdentityOf(std::u16string_view path) {
 
 } // namespace
 
+std::vector<host::FileRow> MissingFiles(const std::vector<host::Document>& documents) {
+    const WaitPointer wait;
+    Win32Files files;
+    std::vector<host::FileRow> rows = host::FileRows(documents);
+    std::erase_if(rows, [&](const host::FileRow& row) {
+        const auto facts = files.Query(row.path);
+        return facts && !facts->isFolder;
+    });
+    return rows;
+}
+
+std::vector<std::vector<host::FileRow>>
+DuplicateFiles(const std::vector<host::Document>& documents) {
+    const WaitPointer wait;
+    return host::Duplicates(host::FileRows(documents), IdentityOf, Win32Locale());
+}
+
 std::vector<std::u16string> FilesBelow(std::u16string_view folder) {
     Win32Files files;
     std::vector<std::u16string> found;
@@ -206,7 +212,7 @@ std::vector<std::u16string> FilesBelow(std::u16string_view folder) {
 
 void CheckMissingFiles(HWND owner, OpenProject& project, const Culture& culture) {
     for (;;) {
-        const std::vector<host::FileRow> missing = MissingRows(project);
+        const std::vector<host::FileRow> missing = MissingFiles(host::ReadRows(project.GridLate()));
         ListDialog dialog;
         dialog.title = u"Fehlende Dateien";
         dialog.hint = missing.empty()
@@ -239,18 +245,14 @@ void CheckMissingFiles(HWND owner, OpenProject& project, const Culture& culture)
     }
 }
 
-void CheckDuplicates(HWND owner, OpenProject& project, const Culture& culture) {
+void ShowDuplicates(HWND owner, const OpenProject& project) {
     ListDialog dialog;
     std::size_t groups = 0;
-    {
-        const WaitPointer wait;
-        for (const auto& group : host::Duplicates(
-                 host::FileRows(host::ReadRows(project.GridLate())), IdentityOf, culture)) {
-            ++groups;
-            for (const host::FileRow& row : group) {
-                dialog.rows.push_back({DecimalText(static_cast<long long>(groups)),
-                                       DecimalText(row.id), row.name, row.path});
-            }
+    for (const auto& group : DuplicateFiles(host::ReadRows(project.GridLate()))) {
+        ++groups;
+        for (const host::FileRow& row : group) {
+            dialog.rows.push_back({DecimalText(static_cast<long long>(groups)), DecimalText(row.id),
+                                   row.name, row.path});
         }
     }
     dialog.title = u"Doppelte Einträge";

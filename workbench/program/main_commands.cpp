@@ -251,7 +251,7 @@ void MainWindow::OnExtrasCommand(int command) {
         ShowState();
         break;
     case kDuplicates:
-        CheckDuplicates(window_, *project_, locale_);
+        ShowDuplicates(window_, *project_);
         break;
     case kImportReport:
         ShowImportReport(window_, report_);

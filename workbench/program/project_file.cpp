@@ -5,6 +5,7 @@
 #include "automation/late.h"
 #include "automation/text.h"
 #include "platform/win32/com/dispatch_object.h"
+#include "platform/win32/system_text.h"
 #include "platform/win32/wide.h"
 #include "workbench/host/field_text.h"
 
@@ -91,6 +92,9 @@ private:
     }
 
     void Load() {
+        if (GetFileAttributesW(Wide(path_)) == INVALID_FILE_ATTRIBUTES) {
+            Refuse(SystemText(GetLastError()));
+        }
         if (document_.Call(u"load", path_) == Value(true)) {
             return;
         }

@@ -206,7 +206,9 @@ ProjectPlace ProjectPlace::ForReading(std::u16string_view path) {
 void ProjectPlace::Save(const host::Project& project) const {
     const std::u16string refusal = u"Die Datei \"" + path_ + u"\" kann nicht gespeichert werden.";
     if (!MayWrite()) {
-        Refuse(refusal, ERROR_ACCESS_DENIED);
+        throw Failure(static_cast<std::int32_t>(E_ACCESSDENIED),
+                      refusal + u"\r\nDas Projekt wurde nur zum Lesen geöffnet; speichern Sie es "
+                                u"unter einem anderen Namen.");
     }
     const std::u16string temporary = path_ + u".~neu";
     if (!WriteWhole(temporary, ToUtf8(ProjectXml(project))) || !KeepVersion(path_) ||

@@ -40,18 +40,22 @@ bool HasExtension(std::u16string_view path, std::u16string_view extension) {
 
 } // namespace
 
-void SaveExport(HWND owner, const host::Project& project, std::u16string_view name,
-                std::u16string_view xml, const Culture& culture) {
-    const std::u16string path = AskForExportFile(owner, name);
-    if (path.empty()) {
-        return;
-    }
+void WriteExport(std::u16string_view path, const host::Project& project, std::u16string_view xml,
+                 const Culture& culture) {
     if (HasExtension(path, u".csv")) {
         WriteWholeFile(path, kUtf8Mark + ToUtf8(host::ListAsCsv(project, culture)));
     } else if (HasExtension(path, u".html") || HasExtension(path, u".htm")) {
         WriteWholeFile(path, ToUtf8(host::ListAsHtml(project, culture)));
     } else {
         WriteWholeFile(path, ToUtf8(xml));
+    }
+}
+
+void SaveExport(HWND owner, const host::Project& project, std::u16string_view name,
+                std::u16string_view xml, const Culture& culture) {
+    const std::u16string path = AskForExportFile(owner, name);
+    if (!path.empty()) {
+        WriteExport(path, project, xml, culture);
     }
 }
 

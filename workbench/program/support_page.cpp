@@ -26,7 +26,7 @@ struct ActionButton {
 };
 /// In the order of ActionCommand.
 constexpr ActionButton kButtons[] = {
-    {u"&Hinzufügen", 95, false}, {u"Ü&bernehmen", 95, true}, {u"&Entfernen", 95, true}};
+    {u"Hinzu&fügen", 95, false}, {u"Über&nehmen", 95, true}, {u"En&tfernen", 95, true}};
 
 } // namespace
 
