@@ -1,8 +1,11 @@
 #include "platform/win32/shell.h"
 
 #include "automation/text.h"
+#include "platform/opening_policy.h"
 #include "platform/win32/files.h"
+#include "platform/win32/messages.h"
 #include "platform/win32/owned.h"
+#include "platform/win32/registry.h"
 #include "platform/win32/wide.h"
 
 #include <windows.h>
@@ -161,6 +164,15 @@ ShellCopy Win32Shell::Copy(std::u16string_view source, std::u16string_view targe
 }
 
 void Win32Shell::Open(std::u16string_view what, std::u16string_view workingFolder) {
+    Win32Registry registry;
+    if (AsksBeforeOpening(ReadOpeningPolicy(registry), what)) {
+        const std::u16string question =
+            u"Soll „" + std::u16string(what) + u"“ wirklich geöffnet werden?";
+        if (Win32Messages().Show(question, MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2,
+                                 u"Dokument öffnen") != IDYES) {
+            return;
+        }
+    }
     ShellExecuteW(nullptr, L"open", Wide(std::u16string(what)), nullptr,
                   Wide(std::u16string(workingFolder)), SW_SHOW);
 }

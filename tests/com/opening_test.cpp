@@ -1,7 +1,9 @@
 #include "automation/text.h"
 #include "platform/win32/files.h"
+#include "platform/win32/owned.h"
 #include "platform/win32/wide.h"
 #include "tests/com/component_rig.h"
+#include "tests/com/dialog_answers.h"
 #include "tests/com/saving_item.h"
 
 #include <gtest/gtest.h>
@@ -76,6 +78,33 @@ TEST(ComponentOpening, AFileIsOpenedByItsProgramInItsFolder) {
     rig.grid.Set(u"CurrentRow", 1);
     rig.main.Call(u"btnOpenDocument_Click");
     EXPECT_NE(opener.Opened(), "");
+}
+
+TEST(ComponentOpening, AnAdministratorsSwitchAsksFirst) {
+    constexpr const wchar_t* kPolicy = L"Software\\Policies\\Talvix\\DMS";
+    HKEY key = nullptr;
+    RegCreateKeyW(HKEY_CURRENT_USER, kPolicy, &key);
+    const OwnedKey policy(key);
+    RegSetValueExW(policy.Get(), L"AskTypes", 0, REG_SZ, reinterpret_cast<const BYTE*>(L".talvixtest"),
+                   12 * sizeof(wchar_t));
+    {
+        const RegisteredOpener opener;
+        ComponentRig rig;
+        rig.Attach();
+        const std::u16string path = rig.folder.Make(u"a.talvixtest", 1);
+        rig.main.Call(u"AddFile", path, u"Plan", u"", u"");
+        DialogAnswers answers;
+        answers.Answer(u"Dokument öffnen", IDNO);
+        rig.main.Call(u"OpenDocument", 1);
+        answers.Answer(u"Dokument öffnen", IDYES);
+        rig.main.Call(u"OpenDocument", 1);
+        EXPECT_TRUE(opener.Opened().starts_with(ToUtf8(path)));
+        ASSERT_EQ(answers.Seen().size(), 2U);
+        EXPECT_EQ(answers.Seen()[0],
+                  u"Dokument öffnen|Soll „" + path + u"“ wirklich geöffnet werden?");
+    }
+    RegDeleteKeyW(HKEY_CURRENT_USER, kPolicy);
+    RegDeleteKeyW(HKEY_CURRENT_USER, L"Software\\Policies\\Talvix");
 }
 
 TEST(ComponentOpening, ALinkIsHandedOverAsItStands) {

@@ -12,7 +12,7 @@ FROZEN = {
     'TalvixGrid.ocx': SYSTEM - {'comdlg32.dll', 'mpr.dll', 'shell32.dll'},
     'TalvixProject.dll': SYSTEM - {'comctl32.dll', 'oleacc.dll', 'mpr.dll', 'uxtheme.dll'},
     'TalvixWorkbench.com': SYSTEM - {'comctl32.dll', 'oleacc.dll', 'mpr.dll', 'uxtheme.dll'},
-    'TalvixWorkbench.exe': SYSTEM - {'mpr.dll', 'oleacc.dll', 'uxtheme.dll'},
+    'TalvixWorkbench.exe': SYSTEM - {'oleacc.dll', 'uxtheme.dll'},
 }
 EXPORTS = {'DllCanUnloadNow', 'DllGetClassObject', 'DllInstall', 'DllRegisterServer', 'DllUnregisterServer'}
 # In KB. 32-bit programs carry their tables for exceptions in a longer form.
