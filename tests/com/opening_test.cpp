@@ -85,8 +85,8 @@ TEST(ComponentOpening, AnAdministratorsSwitchAsksFirst) {
     HKEY key = nullptr;
     RegCreateKeyW(HKEY_CURRENT_USER, kPolicy, &key);
     const OwnedKey policy(key);
-    RegSetValueExW(policy.Get(), L"AskTypes", 0, REG_SZ, reinterpret_cast<const BYTE*>(L".talvixtest"),
-                   12 * sizeof(wchar_t));
+    RegSetValueExW(policy.Get(), L"AskTypes", 0, REG_SZ,
+                   reinterpret_cast<const BYTE*>(L".talvixtest"), 12 * sizeof(wchar_t));
     {
         const RegisteredOpener opener;
         ComponentRig rig;

@@ -1,17 +1,19 @@
 // The files that projects are kept in.
 #include "automation/failure.h"
+#include "platform/win32/device_context.h"
 #include "platform/win32/files.h"
+#include "platform/win32/locale.h"
 #include "platform/win32/owned.h"
 #include "platform/win32/wide.h"
 #include "tests/com/com_host.h"
 #include "workbench/program/print_list.h"
-#include "platform/win32/device_context.h"
 #include "workbench/program/project_file.h"
 #include "workbench/program/project_place.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <thread>
 
 namespace talvix::workbench {
 
@@ -33,7 +35,8 @@ std::u16string FailureOf(const std::function<void()>& work) {
 }
 
 void WriteAscii(const std::u16string& path, std::string_view text) {
-    const OwnedFile file(CreateFileW(Wide(path), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
+    const OwnedFile file(
+        CreateFileW(Wide(path), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
     DWORD written = 0;
     WriteFile(file.Get(), text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
 }
@@ -90,6 +93,22 @@ TEST(ProjectPlace, OnlyTheNewestVersionsAreKeptAndNothingElseIsTouched) {
     EXPECT_EQ(Win32Files().List(others).files.size(), ProjectPlace::kMostVersions + 3);
 }
 
+TEST(ProjectPlace, SavingWaitsForSomebodyWhoReads) {
+    const TemporaryFolder folder;
+    const std::u16string path = folder.Path() + u"\\a.talvix";
+    const ProjectPlace place = ProjectPlace::Claim(path);
+    place.Save(Named(u"eins"));
+    const HANDLE reader =
+        CreateFileW(Wide(path), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    std::thread reading([&] {
+        Sleep(300);
+        CloseHandle(reader);
+    });
+    EXPECT_EQ(FailureOf([&] { place.Save(Named(u"zwei")); }), u"(nothing)");
+    reading.join();
+    EXPECT_EQ(ReadProject(path).name, u"zwei");
+}
+
 TEST(ProjectPlace, AFailedSaveLeavesTheFileAndNoRest) {
     const TemporaryFolder folder;
     const std::u16string path = folder.Path() + u"\\a.talvix";
@@ -100,11 +119,13 @@ TEST(ProjectPlace, AFailedSaveLeavesTheFileAndNoRest) {
               std::u16string::npos);
     EXPECT_EQ(ReadProject(path).name, u"eins");
     EXPECT_FALSE(Win32Files().Query(path + u".~neu"));
-    EXPECT_NE(FailureOf([&] { ProjectPlace::ForReading(path).Save(Named(u"drei")); })
-                  .find(u"nur zum Lesen"),
+    EXPECT_NE(FailureOf([&] {
+                  ProjectPlace::ForReading(path).Save(Named(u"drei"));
+              }).find(u"nur zum Lesen"),
               std::u16string::npos);
-    EXPECT_NE(FailureOf([&] { ProjectPlace::Claim(folder.Path() + u"\\gibt\\es\\nicht.talvix"); })
-                  .find(u"kann nicht zum Bearbeiten geöffnet werden"),
+    EXPECT_NE(FailureOf([&] {
+                  ProjectPlace::Claim(folder.Path() + u"\\gibt\\es\\nicht.talvix");
+              }).find(u"kann nicht zum Bearbeiten geöffnet werden"),
               std::u16string::npos);
 }
 
@@ -113,8 +134,9 @@ TEST(ProjectFile, AMissingOrNewerFileIsRefusedInClearWords) {
     const std::u16string path = folder.Path() + u"\\a.talvix";
     EXPECT_NE(FailureOf([&] { ReadProject(path); }).find(path), std::u16string::npos);
     WriteAscii(path, "<TalvixProject version=\"2\"/>");
-    EXPECT_NE(FailureOf([&] { ReadProject(path); })
-                  .find(u"neueren Programm gespeichert (Format 2, bekannt ist 1)"),
+    EXPECT_NE(FailureOf([&] {
+                  ReadProject(path);
+              }).find(u"neueren Programm gespeichert (Format 2, bekannt ist 1)"),
               std::u16string::npos);
     WriteAscii(path, "<TalvixProject version=\"0\"/>");
     EXPECT_NE(FailureOf([&] { ReadProject(path); }).find(u"/TalvixProject/@version"),

@@ -38,10 +38,11 @@ TEST(ListText, JsonKeepsKindsAndEscapesTexts) {
                           {u"Subject", std::u16string(u"\xD83D\xDE00\xDC00")},
                           {u"Flag", true},
                           {u"Object", Nothing()}}};
-    EXPECT_EQ(ListAsJson(project),
-              u"{\"number\": \"\", \"name\": \"\\\"\\\\\\u000aä\", \"company\": \"\", \"folder\": \"\","
-              u"\n \"documents\": [\n  {\"CreationDate\": \"2004-01-14T12:00:00\", \"Flag\": true, "
-              u"\"ID\": 7, \"Subject\": \"\xD83D\xDE00\\udc00\"}\n ]}\n");
+    EXPECT_EQ(
+        ListAsJson(project),
+        u"{\"number\": \"\", \"name\": \"\\\"\\\\\\u000aä\", \"company\": \"\", \"folder\": \"\","
+        u"\n \"documents\": [\n  {\"CreationDate\": \"2004-01-14T12:00:00\", \"Flag\": true, "
+        u"\"ID\": 7, \"Subject\": \"\xD83D\xDE00\\udc00\"}\n ]}\n");
     EXPECT_EQ(ListAsJson(Project()),
               u"{\"number\": \"\", \"name\": \"\", \"company\": \"\", \"folder\": \"\",\n "
               u"\"documents\": [\n ]}\n");

@@ -76,11 +76,13 @@ std::u16string ListAsText(const Project& project, const Culture& culture) {
     std::u16string text;
     for (const Document& document : project.documents) {
         std::u16string line;
+        const char16_t* between = u"";
         for (const char16_t* key : kTextColumns) {
             const auto found = document.find(key);
-            line += line.empty() ? u"" : u"\t";
+            line += between;
             line += found == document.end() ? std::u16string()
                                             : OneLine(ToText(found->second, culture));
+            between = u"\t";
         }
         text += line + u"\n";
     }

@@ -111,6 +111,25 @@ bool KeepVersion(const std::u16string& path) {
     return true;
 }
 
+/// Somebody who just reads the old file, such as a virus scanner, is waited for.
+bool PutInPlace(const std::u16string& temporary, const std::u16string& path) {
+    constexpr int kTries = 60;
+    constexpr DWORD kPause = 50; // milliseconds
+    for (int attempt = 1;; ++attempt) {
+        if (MoveFileExW(Wide(temporary), Wide(path),
+                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE) {
+            return true;
+        }
+        const DWORD error = GetLastError();
+        if ((error != ERROR_ACCESS_DENIED && error != ERROR_SHARING_VIOLATION) ||
+            attempt == kTries) {
+            SetLastError(error);
+            return false;
+        }
+        Sleep(kPause);
+    }
+}
+
 void DropOldVersions(std::u16string_view path) {
     const std::vector<ProjectVersion> versions = VersionsOf(path);
     for (std::size_t at = ProjectPlace::kMostVersions; at < versions.size(); ++at) {
@@ -212,8 +231,7 @@ void ProjectPlace::Save(const host::Project& project) const {
     }
     const std::u16string temporary = path_ + u".~neu";
     if (!WriteWhole(temporary, ToUtf8(ProjectXml(project))) || !KeepVersion(path_) ||
-        MoveFileExW(Wide(temporary), Wide(path_),
-                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == FALSE) {
+        !PutInPlace(temporary, path_)) {
         const DWORD error = GetLastError();
         DeleteFileW(Wide(temporary));
         Refuse(refusal, error);
