@@ -38,6 +38,13 @@ TEST(DocumentFiles, APlaceEndsAtAFoldersBorder) {
     EXPECT_EQ(MoveToPlace(rows, u"P:", u"Q:", culture).size(), 4U);
 }
 
+TEST(DocumentFiles, AFolderMovesWithItsPlace) {
+    EXPECT_EQ(MoveFolder(u"p:\\alt\\", u"P:\\Alt", u"Q:\\Neu\\", culture), u"Q:\\Neu");
+    EXPECT_EQ(MoveFolder(u"P:\\Alt\\Sub", u"P:\\Alt", u"Q:", culture), u"Q:\\Sub");
+    EXPECT_FALSE(MoveFolder(u"P:\\Alter", u"P:\\Alt", u"Q:", culture));
+    EXPECT_FALSE(MoveFolder(u"", u"", u"Q:", culture));
+}
+
 TEST(DocumentFiles, ANameIsFoundWhenItIsUnique) {
     FilesByName files(culture);
     for (const auto* path : {u"Q:\\1\\a.doc", u"Q:\\1\\B.doc", u"Q:\\2\\b.DOC"}) {

@@ -84,6 +84,18 @@ std::vector<PlaceChange> MoveToPlace(const std::vector<FileRow>& rows, std::u16s
     return changes;
 }
 
+std::optional<std::u16string> MoveFolder(std::u16string_view folder, std::u16string_view oldPlace,
+                                         std::u16string_view newPlace, const Culture& culture) {
+    const std::u16string_view from = WithoutEnd(Trim(oldPlace));
+    const std::u16string_view own = WithoutEnd(Trim(folder));
+    const std::u16string to(WithoutEnd(Trim(newPlace)));
+    if (!from.empty() && culture.SameText(own, from)) {
+        return to;
+    }
+    const auto rest = Below(own, from, culture);
+    return rest ? std::optional(to + std::u16string(*rest)) : std::nullopt;
+}
+
 void FilesByName::Add(std::u16string_view path) {
     paths_[culture_.UpperCase(NameOf(path))].emplace_back(path);
 }

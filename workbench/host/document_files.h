@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,6 +35,10 @@ struct PlaceChange {
 /// for an empty old place.
 std::vector<PlaceChange> MoveToPlace(const std::vector<FileRow>& rows, std::u16string_view oldPlace,
                                      std::u16string_view newPlace, const Culture& culture);
+
+/// A folder that is the old place or lies below it, at the new one; nothing for every other folder.
+std::optional<std::u16string> MoveFolder(std::u16string_view folder, std::u16string_view oldPlace,
+                                         std::u16string_view newPlace, const Culture& culture);
 
 /// Files by their names without a path, cases do not matter.
 class FilesByName {

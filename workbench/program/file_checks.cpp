@@ -8,6 +8,7 @@
 #include "platform/win32/locale.h"
 #include "platform/win32/owned.h"
 #include "platform/win32/wide.h"
+#include "workbench/program/frame.h"
 #include "workbench/program/list_dialog.h"
 #include "workbench/program/page.h"
 
@@ -39,9 +40,8 @@ std::u16string Counted(std::size_t count, std::u16string_view one, std::u16strin
            std::u16string(count == 1 ? one : many);
 }
 
-/// Shows what is to be changed, and changes it when the user agrees.
-void Offer(HWND owner, OpenProject& project, const std::vector<host::PlaceChange>& changes,
-           const Culture& culture) {
+/// Shows what is to be changed; true when the user agrees.
+bool Agrees(HWND owner, const std::vector<host::PlaceChange>& changes) {
     ListDialog dialog;
     dialog.title = u"Neue Speicherorte";
     dialog.hint = changes.empty()
@@ -58,9 +58,7 @@ void Offer(HWND owner, OpenProject& project, const std::vector<host::PlaceChange
     if (changes.empty()) {
         dialog.buttons = {u"Schließen"};
     }
-    if (ShowListDialog(owner, dialog).button == 0 && !changes.empty()) {
-        project.ChangeFields(host::FieldsOf(changes, project.Project().folder, culture));
-    }
+    return ShowListDialog(owner, dialog).button == 0 && !changes.empty();
 }
 
 void AssignFile(HWND owner, OpenProject& project, const host::FileRow& row,
@@ -119,17 +117,33 @@ bool AskForPlaces(HWND owner, Places& places) {
                                    reinterpret_cast<LPARAM>(&places)) == IDOK;
 }
 
+/// The project's folder goes along when it lies at the old place, too.
+void OfferMove(HWND owner, OpenProject& project, const Places& places, const Culture& culture) {
+    host::Project& own = project.Project();
+    const auto moved = host::MoveFolder(own.folder, places.before, places.after, culture);
+    const auto changes = host::MoveToPlace(host::FileRows(host::ReadRows(project.GridLate())),
+                                           places.before, places.after, culture);
+    if (!Agrees(owner, changes)) {
+        return;
+    }
+    if (moved) {
+        const std::u16string question =
+            u"Auch der Projektordner liegt dort. Soll er künftig „" + *moved + u"“ sein?";
+        if (MessageBoxW(owner, Wide(question), Wide(kProgram), MB_YESNO | MB_ICONQUESTION) ==
+            IDYES) {
+            own.folder = *moved;
+        }
+    }
+    project.ChangeFields(host::FieldsOf(changes, own.folder, culture));
+}
+
 void ReplacePlace(HWND owner, OpenProject& project, std::u16string_view example,
                   const Culture& culture) {
     Places places{std::u16string(example.substr(0, example.rfind(u'\\'))), u""};
     if (AskForPlaces(owner, places)) {
-        Offer(owner, project,
-              host::MoveToPlace(host::FileRows(host::ReadRows(project.GridLate())), places.before,
-                                places.after, culture),
-              culture);
+        OfferMove(owner, project, places, culture);
     }
 }
-
 void SearchBelow(HWND owner, OpenProject& project, const std::vector<host::FileRow>& missing,
                  const Culture& culture) {
     Win32Dialogs dialogs;
@@ -146,7 +160,10 @@ void SearchBelow(HWND owner, OpenProject& project, const std::vector<host::FileR
             known.Add(path);
         }
     }
-    Offer(owner, project, known.Find(missing), culture);
+    const std::vector<host::PlaceChange> changes = known.Find(missing);
+    if (Agrees(owner, changes)) {
+        project.ChangeFields(host::FieldsOf(changes, project.Project().folder, culture));
+    }
 }
 
 /// The file itself, whatever path leads to it; "" for one that is not there.
