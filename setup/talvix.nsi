@@ -1,5 +1,5 @@
 ; One setup program for 32 and 64 bit, for all users or for one. Silent: /S, with /AllUsers or /CurrentUser.
-; Built by tools/make-setup, which defines BIN32, BIN64 (folders with the products) and OUT.
+; Built by tools/make-setup, which defines BIN32, BIN64 (folders with the products), GUIDE and OUT.
 Unicode true
 !define NAME "TalvixDMS"
 !define VERSION "1.0.0"
@@ -43,6 +43,26 @@ VIAddVersionKey /LANG=1031 "LegalCopyright" "${COMPANY}"
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE "German"
 
+; The files of one bitness.
+!macro Products FROM
+    File "${FROM}\TalvixDMS.dll"
+    File "${FROM}\TalvixGrid.ocx"
+    File "${FROM}\TalvixProject.dll"
+    File "${FROM}\TalvixWorkbench.exe"
+    File "${FROM}\TalvixWorkbench.com"
+    File "${GUIDE}"
+!macroend
+
+!macro RemoveProducts FOLDER
+    Delete "${FOLDER}\TalvixDMS.dll"
+    Delete "${FOLDER}\TalvixGrid.ocx"
+    Delete "${FOLDER}\TalvixProject.dll"
+    Delete "${FOLDER}\TalvixWorkbench.exe"
+    Delete "${FOLDER}\TalvixWorkbench.com"
+    Delete "${FOLDER}\TalvixWorkbench.html"
+    RMDir "${FOLDER}"
+!macroend
+
 ; Registers (WAY is "") or unregisters ("/u") one server of one bitness. A 32-bit program reaches the
 ; 64-bit tool below Sysnative.
 !macro Server WAY SYSTEM FILE
@@ -61,9 +81,11 @@ VIAddVersionKey /LANG=1031 "LegalCopyright" "${COMPANY}"
     StrCpy $4 0
     !insertmacro Server "${WAY}" "$SYSDIR" "32\TalvixGrid.ocx"
     !insertmacro Server "${WAY}" "$SYSDIR" "32\TalvixDMS.dll"
+    !insertmacro Server "${WAY}" "$SYSDIR" "32\TalvixProject.dll"
     ${If} ${RunningX64}
         !insertmacro Server "${WAY}" "$WINDIR\Sysnative" "64\TalvixGrid.ocx"
         !insertmacro Server "${WAY}" "$WINDIR\Sysnative" "64\TalvixDMS.dll"
+        !insertmacro Server "${WAY}" "$WINDIR\Sysnative" "64\TalvixProject.dll"
     ${EndIf}
 !macroend
 
@@ -97,15 +119,11 @@ FunctionEnd
 Section "TalvixDMS"
     Call RemoveEarlier
     SetOutPath "$INSTDIR\32"
-    File "${BIN32}\TalvixDMS.dll"
-    File "${BIN32}\TalvixGrid.ocx"
-    File "${BIN32}\TalvixWorkbench.exe"
+    !insertmacro Products "${BIN32}"
     StrCpy $3 "$INSTDIR\32\TalvixWorkbench.exe"
     ${If} ${RunningX64}
         SetOutPath "$INSTDIR\64"
-        File "${BIN64}\TalvixDMS.dll"
-        File "${BIN64}\TalvixGrid.ocx"
-        File "${BIN64}\TalvixWorkbench.exe"
+        !insertmacro Products "${BIN64}"
         StrCpy $3 "$INSTDIR\64\TalvixWorkbench.exe"
     ${EndIf}
     SetOutPath "$INSTDIR"
@@ -148,14 +166,8 @@ Section "Uninstall"
         DeleteRegKey /ifempty HKCU "Software\Talvix"
     ${EndIf}
     DeleteRegKey SHCTX "${ENTRY}"
-    Delete "$INSTDIR\32\TalvixDMS.dll"
-    Delete "$INSTDIR\32\TalvixGrid.ocx"
-    Delete "$INSTDIR\32\TalvixWorkbench.exe"
-    Delete "$INSTDIR\64\TalvixDMS.dll"
-    Delete "$INSTDIR\64\TalvixGrid.ocx"
-    Delete "$INSTDIR\64\TalvixWorkbench.exe"
-    RMDir "$INSTDIR\32"
-    RMDir "$INSTDIR\64"
+    !insertmacro RemoveProducts "$INSTDIR\32"
+    !insertmacro RemoveProducts "$INSTDIR\64"
     Delete "$INSTDIR\Uninstall.exe"
     RMDir "$INSTDIR"
 SectionEnd
