@@ -1,4 +1,5 @@
 // The project that is open and the file that it is kept in.
+#include "automation/dates.h"
 #include "automation/text.h"
 #include "platform/win32/wide.h"
 #include "workbench/program/control_host.h"
@@ -148,7 +149,8 @@ void MainWindow::RestoreVersion() {
               u"Sie speichern; auch dann bleibt ihre jetzige Fassung erhalten.";
     dialog.columns = {{u"Gespeichert am", 160}, {u"Datei", 380}};
     for (const ProjectVersion& version : versions) {
-        dialog.rows.push_back({version.savedAt, version.path});
+        const auto when = ReadIsoText(version.savedAt);
+        dialog.rows.push_back({when ? locale_.DateText(*when) : version.savedAt, version.path});
     }
     dialog.buttons = {u"&Wiederherstellen", u"Schließen"};
     dialog.needsSelection = true;
