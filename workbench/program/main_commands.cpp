@@ -3,6 +3,7 @@
 #include "automation/text.h"
 #include "automation/trace.h"
 #include "folder/unc_conversion.h"
+#include "platform/win32/files.h"
 #include "platform/win32/network.h"
 #include "platform/win32/wide.h"
 #include "workbench/program/clipboard.h"
@@ -65,6 +66,10 @@ void MainWindow::ReadFolder(bool withForm) {
                                  trace.Lines(), locale_);
     ShowState();
     ShowStatus(0, host::ImportSummary(report_));
+    const std::u16string folder(Trim(project.folder));
+    if (hasUser_ && !folder.empty() && !Win32Files().Query(folder)) {
+        ShowError(u"Der Projektordner \"" + folder + u"\" ist nicht zu erreichen.");
+    }
 }
 
 void MainWindow::OnControl(int id, int notification) {
@@ -224,6 +229,8 @@ void MainWindow::OnEditCommand(int command) {
     if (command == kUndo || command == kRedo) {
         command == kUndo ? project_->Undo() : project_->Redo();
         ShowState();
+    } else if (command == kNextPage || command == kPreviousPage) {
+        TurnPage(command == kNextPage ? 1 : -1);
     } else if (command == kCopyNetworkPath) {
         CopyNetworkPaths();
     } else if (command == kFilterRows) {

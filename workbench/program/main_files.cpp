@@ -40,7 +40,7 @@ void MainWindow::Open(host::Project project, ProjectPlace place) {
     const auto watch = std::make_shared<GridWatch>(window_, kGridChanged);
     watches_ = {project_->GridLate().Target().Subscribe(watch, {}),
                 project_->ActionsLate().Target().Subscribe(watch, {})};
-    if (remembers_) {
+    if (hasUser_) {
         layout_ = RestoreLayout(project_->GridLate());
         if (!place_.Path().empty()) {
             RememberFile(place_.Path());
@@ -52,7 +52,7 @@ void MainWindow::Open(host::Project project, ProjectPlace place) {
 
 void MainWindow::CloseProject() {
     documents_->CloseFilter();
-    if (project_ != nullptr && remembers_) {
+    if (project_ != nullptr && hasUser_) {
         Attempt([&] { RememberLayout(project_->GridLate(), layout_); });
     }
     watches_ = {};
@@ -130,7 +130,7 @@ bool MainWindow::Save(bool askForName) {
         place_ = std::move(other);
     }
     project_->Project().isChanged = false;
-    if (remembers_) {
+    if (hasUser_) {
         RememberFile(place_.Path());
         ShowRecentFiles(window_, RecentFiles());
     }

@@ -57,7 +57,9 @@ constexpr ACCEL kKeys[] = {{FVIRTKEY | FCONTROL, 'N', kNew},
                            {FVIRTKEY | FCONTROL, 'Y', kRedo},
                            {FVIRTKEY | FCONTROL | FSHIFT, 'C', kCopyNetworkPath},
                            {FVIRTKEY, VK_F5, kReadFolder},
-                           {FVIRTKEY, VK_F1, kHelp}};
+                           {FVIRTKEY, VK_F1, kHelp},
+                           {FVIRTKEY | FCONTROL, VK_TAB, kNextPage},
+                           {FVIRTKEY | FCONTROL | FSHIFT, VK_TAB, kPreviousPage}};
 
 void AppendMenuOf(HMENU bar, const wchar_t* caption, std::span<const MenuItem> items) {
     HMENU menu = CreatePopupMenu();

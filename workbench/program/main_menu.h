@@ -30,6 +30,8 @@ enum Command {
     kImportReport,
     kHelp,
     kAbout,
+    kNextPage, ///< by key alone, as the next one
+    kPreviousPage,
     kFirstRecent = 150 ///< and those after it, one for each remembered file
 };
 

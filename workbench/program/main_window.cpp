@@ -47,14 +47,14 @@ bool MainWindow::Start(const CommandLine& line) {
     RegisterFrame(kWindowClass, Procedure);
     const ScreenDc screen;
     dpi_ = GetDeviceCaps(screen.Get(), LOGPIXELSX);
-    remembers_ = !line.exit; // a run without a user shows rows in their own order
+    hasUser_ = !line.exit; // a run without a user shows rows in their own order
     const SIZE size = FirstSize(dpi_);
     window_ = CreateWindowExW(0, kWindowClass, Wide(kProgram),
                               WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
                               size.cx, size.cy, nullptr, nullptr, GetModuleHandleW(nullptr), this);
     accelerators_.Reset(MakeMainMenu(window_));
     MakeControls();
-    if (!remembers_ || !RestorePlace(window_)) {
+    if (!hasUser_ || !RestorePlace(window_)) {
         ShowWindow(window_, SW_SHOWDEFAULT);
     }
     Attempt([&] { CarryOut(line); });
@@ -103,6 +103,10 @@ void MainWindow::MakeControls() {
     SendMessageW(status_, WM_SETFONT, font, FALSE);
     ShowPage(0);
     Layout();
+    for (const int command : {kUndo, kRedo, kVersions, kImportReport}) { // until there is a project
+        EnableCommand(window_, command, false);
+        EnableTool(toolBar_, command, false);
+    }
 }
 
 void MainWindow::Layout() {
@@ -137,6 +141,15 @@ void MainWindow::ShowPage(int page) {
         }
     }
     pages_[static_cast<std::size_t>(page)]->Show(true);
+}
+
+void MainWindow::TurnPage(int step) {
+    const auto count = static_cast<int>(pages_.size());
+    const auto current = static_cast<int>(SendMessageW(tabs_, TCM_GETCURSEL, 0, 0));
+    const int page = (current + step + count) % count;
+    SendMessageW(tabs_, TCM_SETCURSEL, static_cast<WPARAM>(page), 0);
+    ShowPage(page);
+    SetFocus(tabs_);
 }
 
 void MainWindow::ShowStatus(int part, const std::u16string& text) const {
@@ -232,7 +245,7 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         return 0;
     case WM_DESTROY:
-        if (remembers_) {
+        if (hasUser_) {
             RememberPlace(window_);
         }
         CloseProject();

@@ -42,6 +42,8 @@ private:
     void MakeControls();
     void Layout();
     void ShowPage(int page);
+    /// To the next page or the one before, round and round.
+    void TurnPage(int step);
     void ShowState();
     void ShowSelection();
     void ShowStatus(int part, const std::u16string& text) const;
@@ -105,8 +107,8 @@ private:
     ProjectPlace place_;
     std::u16string layout_; ///< of the grid when the project was opened
     host::ImportReport report_;
-    bool remembers_ = true; ///< layout, place and files, for the user
-    double seconds_ = 0;    ///< that the last import took
+    bool hasUser_ = true; ///< who wants things remembered and is there to read messages
+    double seconds_ = 0;  ///< that the last import took
     int dpi_ = 96;
 };
 
