@@ -41,6 +41,8 @@ other.Open WScript.Arguments(1)
 Check "the next writer may", Err.Number = 0 And Not other.ReadOnly
 other.Export WScript.Arguments(1) & ".csv"
 Check "exports", Err.Number = 0 And CreateObject("Scripting.FileSystemObject").FileExists(WScript.Arguments(1) & ".csv")
+other.Open WScript.Arguments(1)
+Check "the same project opens again", Err.Number = 0 And Not other.ReadOnly And other.Rows.Count = 2
 other.Open "C:\gibt\es\nicht.talvix"
 Check "a failing open leaves the open project", Err.Number <> 0 And other.Rows.Count = 2
 Err.Clear

@@ -149,6 +149,7 @@ void MainWindow::OnAction(ActionCommand command) {
     }
     project_->Project().isChanged = true;
     project_->ShowActions();
+    support_->Forget();
     project_->Call(u"FillActionCombo");
     ShowState();
 }
@@ -164,6 +165,7 @@ void MainWindow::OnCommand(int command) {
 bool MainWindow::OnFileCommand(int command) {
     switch (command) {
     case kNew:
+    case kCloseProject: // an empty one takes its place
         if (MayClose()) {
             NewProject(u"");
         }

@@ -32,6 +32,7 @@ void MainWindow::Open(host::Project project, ProjectPlace place) {
     CloseProject();
     AttachControl(opened->Grid(), documents_->RenewGridHost());
     AttachControl(opened->ActionsGrid(), support_->RenewGridHost());
+    support_->Forget();
     project_ = std::move(opened);
     place_ = std::move(place);
     Layout();

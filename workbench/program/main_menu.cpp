@@ -20,6 +20,7 @@ constexpr int kRecentMenu = 149;
 constexpr MenuItem kFileMenu[] = {{kNew, u"&Neu\tStrg+N"},
                                   {kOpenFile, u"Ö&ffnen…\tStrg+O"},
                                   {kRecentMenu, u"&Zuletzt verwendet"},
+                                  {kCloseProject, u"S&chließen\tStrg+W"},
                                   {kSave, u"&Speichern\tStrg+S"},
                                   {kSaveAs, u"Speichern &unter…"},
                                   {kVersions, u"Frühere Fassung &wiederherstellen…"},
@@ -49,6 +50,7 @@ constexpr MenuItem kHelpMenu[] = {{kHelp, u"&Anleitung\tF1"}, {kAbout, u"&Info"}
 
 constexpr ACCEL kKeys[] = {{FVIRTKEY | FCONTROL, 'N', kNew},
                            {FVIRTKEY | FCONTROL, 'O', kOpenFile},
+                           {FVIRTKEY | FCONTROL, 'W', kCloseProject},
                            {FVIRTKEY | FCONTROL, 'S', kSave},
                            {FVIRTKEY | FCONTROL, 'P', kPrint},
                            {FVIRTKEY | FCONTROL, 'E', kFileMail},

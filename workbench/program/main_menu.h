@@ -11,6 +11,7 @@ namespace talvix::workbench {
 enum Command {
     kNew = 100,
     kOpenFile,
+    kCloseProject,
     kSave,
     kSaveAs,
     kVersions,

@@ -209,6 +209,7 @@ ProjectPlace ProjectPlace::Claim(std::u16string_view path) {
     DWORD written = 0;
     WriteFile(place.claim_.Get(), own.data(), static_cast<DWORD>(own.size() * sizeof(char16_t)),
               &written, nullptr);
+    SetEndOfFile(place.claim_.Get()); // a crash of the whole machine may have left a longer one
     return place;
 }
 

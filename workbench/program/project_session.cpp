@@ -34,14 +34,16 @@ void ProjectSession::New() {
 }
 
 void ProjectSession::Open(std::u16string_view path, bool readOnly) {
-    const bool isOwn = place_.MayWrite() &&
-                       Win32Locale().SameText(ProjectPlace::ForReading(path).Path(), place_.Path());
-    if (isOwn) { // it is claimed already, by this session
-        Close();
+    host::Project project = ReadProject(path); // what is no project is not claimed
+    ProjectPlace place = ProjectPlace::ForReading(path);
+    const bool isOwn = place_.MayWrite() && Win32Locale().SameText(place.Path(), place_.Path());
+    if (isOwn && !readOnly) {
+        place = std::move(place_);
+    } else if (!readOnly) {
+        place = ProjectPlace::Claim(path);
+        project = ReadProject(path); // as it stands now that nobody else can write it
     }
-    ReadProject(path); // what is no project is not claimed
-    ProjectPlace place = readOnly ? ProjectPlace::ForReading(path) : ProjectPlace::Claim(path);
-    Take(ReadProject(path), std::move(place));
+    Take(std::move(project), std::move(place));
 }
 
 void ProjectSession::SaveTo(const ProjectPlace& place) {

@@ -61,6 +61,11 @@ HWND SupportPage::RenewGridHost() {
 }
 
 void SupportPage::ShowAction(const host::Action* action) {
+    const std::int32_t id = action == nullptr ? 0 : action->id;
+    if (shownId_ == id) {
+        return;
+    }
+    shownId_ = id;
     for (std::size_t at = 0; at < buttons_.size(); ++at) {
         EnableWindow(buttons_[at], !kButtons[at].needsAction || action != nullptr ? TRUE : FALSE);
     }
