@@ -9,6 +9,7 @@
 #include "platform/win32/system.h"
 #include "platform/win32/wide.h"
 #include "tests/com/com_host.h"
+#include "tests/com/holdings.h"
 #include "tests/contracts/culture_contract.h"
 #include "tests/contracts/files_contract.h"
 #include "tests/contracts/registry_contract.h"
@@ -101,11 +102,11 @@ TEST(Win32Shell, NamesTypesAndNumbersIconsWithoutLosingHandles) {
     const std::u16string path = folder.Make(u"a.txt", 1);
     EXPECT_NE(shell.TypeName(path), u"");
     EXPECT_NE(shell.SmallIconList(), 0);
-    const DWORD before = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+    const Holdings before = Holdings::Now(); // an icon holds two bitmaps
     for (int at = 0; at < 50; ++at) {
         EXPECT_GE(shell.SmallIconIndex(path), 0);
     }
-    EXPECT_LE(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS), before + 5);
+    EXPECT_LE(Holdings::Now().gdi, before.gdi + 5);
     EXPECT_EQ(shell.SmallIconIndex(folder.Path() + u"\\fehlt.txt"), 0);
 }
 

@@ -22,6 +22,16 @@ LONG ModuleLocks() {
     return locks;
 }
 
+void KeepModuleLoaded() {
+    static const bool isKept = [] {
+        HMODULE module = nullptr;
+        return GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_PIN |
+                                      GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
+                                  reinterpret_cast<const wchar_t*>(&LockModule), &module) != FALSE;
+    }();
+    static_cast<void>(isKept);
+}
+
 HINSTANCE ModuleHandle() {
     HMODULE module = nullptr;
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |

@@ -17,6 +17,7 @@ HRESULT GetServerClassObject(const ServerClass& server, REFCLSID classId, REFIID
     if (classId != server.classId) {
         return CLASS_E_CLASSNOTAVAILABLE;
     }
+    KeepModuleLoaded();
     return Guarded([&] { return MakeCom<ClassFactory>(server.maker)->QueryInterface(id, object); });
 }
 

@@ -1,0 +1,96 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <ostream>
+#include <vector>
+#include <winternl.h>
+
+namespace talvix {
+
+/// What this process holds of the system. The functions that count for a program are not told
+/// everywhere (Wine 8 answers 0), and so the tables themselves are counted.
+struct Holdings {
+    std::size_t handles = 0;
+    std::size_t gdi = 0;
+    std::size_t windows = 0;
+
+    static Holdings Now() { return {CountHandles(), CountGdiObjects(), CountWindows()}; }
+    bool operator==(const Holdings&) const = default;
+
+private:
+    /// SystemHandleInformation: a count, then entries whose first word is the process.
+    static std::size_t CountHandles() {
+        struct Entry {
+            std::uint16_t process;
+            std::uint16_t trace;
+            std::uint8_t type;
+            std::uint8_t flags;
+            std::uint16_t handle;
+            void* object;
+            std::uint32_t access;
+        };
+        constexpr auto kHandles = static_cast<SYSTEM_INFORMATION_CLASS>(16);
+        using Query = LONG(WINAPI*)(SYSTEM_INFORMATION_CLASS, void*, ULONG, ULONG*);
+        static const auto query = reinterpret_cast<Query>(reinterpret_cast<void*>(
+            GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation")));
+        std::vector<std::uint64_t> room(1 << 17);
+        if (query(kHandles, room.data(), static_cast<ULONG>(room.size() * 8), nullptr) < 0) {
+            return 0;
+        }
+        const std::uint32_t count = *reinterpret_cast<const std::uint32_t*>(room.data());
+        const auto* entries = reinterpret_cast<const Entry*>(
+            reinterpret_cast<const char*>(room.data()) + sizeof(void*));
+        std::size_t own = 0;
+        for (std::uint32_t at = 0; at < count; ++at) {
+            own += entries[at].process == static_cast<std::uint16_t>(GetCurrentProcessId()) ? 1 : 0;
+        }
+        return own;
+    }
+
+    /// The table of GDI objects that every process shares: its place stands in the process's block.
+    static std::size_t CountGdiObjects() {
+        struct Entry {
+            std::uint64_t object;
+            std::uint16_t process;
+            std::uint16_t count;
+            std::uint16_t unique;
+            std::uint8_t type;
+            std::uint8_t flags;
+            std::uint64_t user;
+        };
+        constexpr std::size_t kPlace = sizeof(void*) == 8 ? 0xF8 : 0x94;
+        constexpr std::size_t kEntries = 0x10000;
+        const auto* block = reinterpret_cast<const char*>(NtCurrentTeb()->ProcessEnvironmentBlock);
+        const auto* entries = *reinterpret_cast<const Entry* const*>(block + kPlace);
+        std::size_t own = 0;
+        for (std::size_t at = 0; entries != nullptr && at < kEntries; ++at) {
+            own += entries[at].type != 0 ? 1 : 0;
+        }
+        return own;
+    }
+
+    static BOOL CALLBACK CountOwn(HWND window, LPARAM count) {
+        DWORD process = 0;
+        GetWindowThreadProcessId(window, &process);
+        *reinterpret_cast<std::size_t*>(count) += process == GetCurrentProcessId() ? 1 : 0;
+        return TRUE;
+    }
+    static std::size_t CountWindows() {
+        std::size_t count = 0;
+        EnumChildWindows(GetDesktopWindow(), CountOwn, reinterpret_cast<LPARAM>(&count));
+        HWND hidden = nullptr;
+        while ((hidden = FindWindowExW(HWND_MESSAGE, hidden, nullptr, nullptr)) != nullptr) {
+            CountOwn(hidden, reinterpret_cast<LPARAM>(&count));
+        }
+        return count;
+    }
+};
+
+inline void PrintTo(const Holdings& holdings, std::ostream* out) {
+    *out << holdings.handles << " handles, " << holdings.gdi << " GDI objects, " << holdings.windows
+         << " windows";
+}
+
+} // namespace talvix

@@ -1,0 +1,134 @@
+// Objects that come and go thousands of times leave nothing behind.
+#include "platform/win32/com/late_dispatch.h"
+#include "platform/win32/files.h"
+#include "platform/win32/owned.h"
+#include "platform/win32/wide.h"
+#include "tests/com/component_rig.h"
+#include "tests/com/container_rig.h"
+#include "tests/com/holdings.h"
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <cstdlib>
+
+namespace talvix {
+
+namespace {
+
+/// TALVIX_CYCLES for a long run.
+int Cycles(int usual) {
+    const char* wanted = std::getenv("TALVIX_CYCLES");
+    return wanted == nullptr ? usual : std::atoi(wanted);
+}
+
+/// Runs the work until it is warm, then often, and compares.
+template <typename Work>
+void ExpectNothingIsLeft(int cycles, Work&& work) {
+    for (int cycle = 0; cycle < 20; ++cycle) {
+        work();
+    }
+    const Holdings before = Holdings::Now();
+    for (int cycle = 0; cycle < cycles; ++cycle) {
+        work();
+    }
+    EXPECT_EQ(Holdings::Now(), before);
+}
+
+/// A copy of a product, which nobody else has loaded. It stays loaded until the process ends, and
+/// so it lies in a folder that every run takes again.
+std::u16string OwnCopy(const std::u16string& file) {
+    const std::u16string folder = Win32Files().TemporaryFolder() + u"\\talvix-life-test";
+    CreateDirectoryW(Wide(folder), nullptr);
+    const std::u16string copy = folder + u"\\" + file;
+    EXPECT_NE(CopyFileW(Wide(ProductFolder() + file), Wide(copy), FALSE), FALSE);
+    return copy;
+}
+
+CLSID ClassOf(const wchar_t* programId) {
+    CLSID id{};
+    EXPECT_EQ(CLSIDFromProgID(programId, &id), S_OK);
+    return id;
+}
+
+/// Loads a server, makes an object, lets go of both; the server can be unloaded exactly when
+/// nothing is left of it.
+void LoadAndUnload(const std::u16string& file, const CLSID& classId) {
+    using GetClass = HRESULT(WINAPI*)(REFCLSID, REFIID, void**);
+    using CanUnload = HRESULT(WINAPI*)();
+    const OwnedLibrary library(LoadLibraryW(Wide(file)));
+    ASSERT_TRUE(library);
+    const auto getClass = reinterpret_cast<GetClass>(
+        reinterpret_cast<void*>(GetProcAddress(library.Get(), "DllGetClassObject")));
+    const auto canUnload = reinterpret_cast<CanUnload>(
+        reinterpret_cast<void*>(GetProcAddress(library.Get(), "DllCanUnloadNow")));
+    ASSERT_EQ(canUnload(), S_OK);
+    {
+        ComPtr<IClassFactory> factory;
+        ASSERT_EQ(getClass(classId, IID_IClassFactory, factory.OutAny()), S_OK);
+        ComPtr<IDispatch> object;
+        ASSERT_EQ(factory->CreateInstance(nullptr, IID_IDispatch, object.OutAny()), S_OK);
+        ASSERT_EQ(canUnload(), S_FALSE) << "something of it lives";
+        EXPECT_TRUE(FAILED(
+            object->Invoke(999, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr)));
+    }
+    ASSERT_EQ(canUnload(), S_OK) << "nothing of it lives";
+}
+
+} // namespace
+
+TEST(Life, TheCountsTell) {
+    const Holdings before = Holdings::Now();
+    const OwnedEvent event(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    const OwnedBrush brush(CreateSolidBrush(RGB(1, 2, 3)));
+    const HWND window = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr,
+                                        nullptr, nullptr);
+    const Holdings after = Holdings::Now();
+    DestroyWindow(window);
+    EXPECT_GT(after.handles, before.handles);
+    EXPECT_GT(after.gdi, before.gdi);
+    EXPECT_GT(after.windows, before.windows);
+}
+
+TEST(Life, AttachedComponentsLeaveNothing) {
+    const Object other = std::make_shared<Expando>(u"Other");
+    const std::weak_ptr<LateObject> watched = other;
+    ExpectNothingIsLeft(Cycles(1000), [&] {
+        ComponentRig rig;
+        for (int row = 0; row < 10; ++row) {
+            rig.grid[u"Rows"].Call(u"Count");
+        }
+        rig.main.Call(u"ReferenceLibraries", rig.common, rig.managing, other, other, other, other);
+        rig.main.Call(u"InitSGDMS");
+        for (int row = 0; row < 10; ++row) {
+            rig.grid[u"Rows"][u"Add"].SetAt(u"Value", u"PhysicalStore1", u"C:\\windows\\win.ini");
+        }
+        rig.main.Call(u"Init");
+        rig.main.Call(u"DereferenceLibraries");
+    });
+    EXPECT_EQ(other.use_count(), 1) << "every reference on a host's object comes back";
+}
+
+TEST(Life, ControlsInWindowsLeaveNothing) {
+    ExpectNothingIsLeft(Cycles(300), [] {
+        ContainerRig rig;
+        rig.grid[u"Groups"](u"Add", u"Name");
+        rig.Click(30, 60);
+        rig.Pump();
+        UpdateWindow(rig.window);
+    });
+}
+
+TEST(Life, ServersLoadAndUnloadForEver) {
+    const std::pair<std::u16string, CLSID> servers[] = {
+        {OwnCopy(u"TalvixDMS.dll"), ClassOf(L"TalvixDMS.Main")},
+        {OwnCopy(u"TalvixGrid.ocx"), ClassOf(L"TalvixGrid.Grid")}};
+    for (const auto& [file, classId] : servers) {
+        const auto& id = classId;
+        const auto& path = file;
+        ExpectNothingIsLeft(Cycles(500), [&] { LoadAndUnload(path, id); });
+    }
+}
+
+} // namespace talvix
