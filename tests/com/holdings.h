@@ -60,15 +60,36 @@ private:
             std::uint8_t flags;
             std::uint64_t user;
         };
-        constexpr std::size_t kPlace = sizeof(void*) == 8 ? 0xF8 : 0x94;
         constexpr std::size_t kEntries = 0x10000;
-        const auto* block = reinterpret_cast<const char*>(NtCurrentTeb()->ProcessEnvironmentBlock);
-        const auto* entries = *reinterpret_cast<const Entry* const*>(block + kPlace);
+        const auto* entries = static_cast<const Entry*>(GdiTable());
         std::size_t own = 0;
         for (std::size_t at = 0; entries != nullptr && at < kEntries; ++at) {
             own += entries[at].type != 0 ? 1 : 0;
         }
         return own;
+    }
+
+    /// A 32-bit program on a 64-bit system has a second block, which its thread's block leads to;
+    /// the table stands there.
+    static const void* GdiTable() {
+        constexpr std::size_t kSecondThreadBlock = 0xF70;
+        constexpr std::size_t kBlockOfThread64 = 0x60;
+        constexpr std::size_t kTable64 = 0xF8;
+        constexpr std::size_t kTable32 = 0x94;
+        const auto at = [](std::uint64_t place) {
+            return reinterpret_cast<const char*>(static_cast<std::uintptr_t>(place));
+        };
+        const auto* thread = reinterpret_cast<const char*>(NtCurrentTeb());
+        const auto* block = reinterpret_cast<const char*>(NtCurrentTeb()->ProcessEnvironmentBlock);
+        if (sizeof(void*) == 8) {
+            return at(*reinterpret_cast<const std::uint64_t*>(block + kTable64));
+        }
+        const auto second = *reinterpret_cast<const std::uint32_t*>(thread + kSecondThreadBlock);
+        if (second == 0) {
+            return at(*reinterpret_cast<const std::uint32_t*>(block + kTable32));
+        }
+        block = at(*reinterpret_cast<const std::uint64_t*>(at(second) + kBlockOfThread64));
+        return at(*reinterpret_cast<const std::uint64_t*>(block + kTable64));
     }
 
     static BOOL CALLBACK CountOwn(HWND window, LPARAM count) {
