@@ -144,21 +144,31 @@ void ReplacePlace(HWND owner, OpenProject& project, std::u16string_view example,
         OfferMove(owner, project, places, culture);
     }
 }
+
+/// Nothing when the user has ended the search.
+std::optional<std::vector<std::u16string>> SearchedFiles(const std::u16string& folder) {
+    const WaitPointer wait;
+    GetAsyncKeyState(VK_ESCAPE); // what was pressed before does not count
+    return FilesBelow(folder, [] { return GetAsyncKeyState(VK_ESCAPE) == 0; });
+}
+
 void SearchBelow(HWND owner, OpenProject& project, const std::vector<host::FileRow>& missing,
                  const Culture& culture) {
     Win32Dialogs dialogs;
     const std::u16string folder = dialogs.BrowseForFolder(
-        {kFoldersOnly, u"Unter welchem Ordner liegen die fehlenden Dateien?", u"",
+        {kFoldersOnly,
+         u"Unter welchem Ordner liegen die fehlenden Dateien? (Esc beendet die Suche.)", u"",
          project.Project().folder});
     if (folder.empty()) {
         return;
     }
+    const auto files = SearchedFiles(folder);
+    if (!files) {
+        return;
+    }
     host::FilesByName known(culture);
-    {
-        const WaitPointer wait;
-        for (const std::u16string& path : FilesBelow(folder)) {
-            known.Add(path);
-        }
+    for (const std::u16string& path : *files) {
+        known.Add(path);
     }
     const std::vector<host::PlaceChange> changes = known.Find(missing);
     if (Agrees(owner, changes)) {
@@ -203,11 +213,15 @@ DuplicateFiles(const std::vector<host::Document>& documents) {
     return host::Duplicates(host::FileRows(documents), IdentityOf, Win32Locale());
 }
 
-std::vector<std::u16string> FilesBelow(std::u16string_view folder) {
+std::optional<std::vector<std::u16string>> FilesBelow(std::u16string_view folder,
+                                                      const std::function<bool()>& goesOn) {
     Win32Files files;
     std::vector<std::u16string> found;
     std::vector<std::u16string> open{std::u16string(folder)};
     while (!open.empty()) {
+        if (!goesOn()) {
+            return std::nullopt;
+        }
         std::u16string at = std::move(open.back());
         open.pop_back();
         at += at.ends_with(u'\\') ? u"" : u"\\";

@@ -7,6 +7,9 @@
 
 #include <windows.h>
 
+#include <functional>
+#include <optional>
+
 namespace talvix::workbench {
 
 /// The documents whose files are not there.
@@ -27,7 +30,8 @@ void ShowDuplicates(HWND owner, const OpenProject& project);
 void ShowImportReport(HWND owner, const host::ImportReport& report);
 
 /// Every file below a folder, in the order in which the component reads them; folders that cannot
-/// be listed are passed over.
-std::vector<std::u16string> FilesBelow(std::u16string_view folder);
+/// be listed are passed over. `goesOn` is asked before each folder; nothing once it says no.
+std::optional<std::vector<std::u16string>> FilesBelow(
+    std::u16string_view folder, const std::function<bool()>& goesOn = [] { return true; });
 
 } // namespace talvix::workbench

@@ -62,7 +62,7 @@ void MainWindow::ReadFolder(bool withForm) {
     seconds_ = Now() - start;
     report_ = host::ReportImport(before, project.documents,
                                  project.folder.empty() ? std::vector<std::u16string>()
-                                                        : FilesBelow(Trim(project.folder)),
+                                                        : *FilesBelow(Trim(project.folder)),
                                  trace.Lines(), locale_);
     ShowState();
     ShowStatus(0, host::ImportSummary(report_));

@@ -92,7 +92,8 @@ host::ImportReport ProjectSession::Import() {
     const auto before = host::PlacesOf(project.documents, locale);
     const TraceTail trace;
     Opened().Call(u"AddFilesFromProjectFolderEvent");
-    return host::ReportImport(before, project.documents, FilesBelow(folder), trace.Lines(), locale);
+    return host::ReportImport(before, project.documents, *FilesBelow(folder), trace.Lines(),
+                              locale);
 }
 
 void ProjectSession::Export(std::u16string_view path) {
