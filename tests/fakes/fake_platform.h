@@ -19,6 +19,7 @@ public:
     explicit FakeFiles(Journal& journal) : journal_(journal) {}
     void MakeFile(std::u16string_view path, std::int64_t length);
     void MakeFolder(std::u16string_view path);
+    void Clear() { entries_.clear(); }
     std::optional<FileFacts> Query(std::u16string_view path) override;
     FolderListing List(std::u16string_view folder) override;
     void CreateFolder(std::u16string_view path) override;

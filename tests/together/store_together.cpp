@@ -1,6 +1,7 @@
-// store_together [PROCESSES [DOCUMENTS]]: as many programs as are asked for store documents under
-// the same names into one folder through the registered component, all at once. Every document has
-// to arrive, whole and under a name of its own.
+// store_together [ROUNDS [PROCESSES [DOCUMENTS]]]: as many programs as are asked for store
+// documents under the same names into one folder through the registered component, all at once.
+// Every document has to arrive, whole and under a name of its own. A user that fails leaves a note
+// of how far he came.
 #include "automation/text.h"
 #include "platform/win32/files.h"
 #include "tests/com/component_rig.h"
@@ -20,21 +21,60 @@ void WaitFor(const std::u16string& signal) {
     }
 }
 
+void Note(const std::u16string& folder, const std::string& user, const std::string& text) {
+    WriteRealFile(folder + u"\\..\\user " + FromUtf8(user) + u".txt", text);
+}
+
 /// One user of many: a temporary folder of his own, mails with the same attachments as everybody's.
-int StoreAll(const std::u16string& folder, const std::string& user, int documents) {
+void Store(const std::u16string& folder, const std::string& user, int documents) {
+    Note(folder, user, "does not get his objects");
     ComponentRig rig;
     SetEnvironmentVariableW(L"TMP", Wide(rig.folder.Path()));
     rig.property->With(u"Value", folder);
+    Note(folder, user, "does not attach");
     rig.Attach();
     std::vector<RealAttachment> attachments;
     for (int number = 1; number <= documents; ++number) {
         attachments.push_back({u"Dokument " + DecimalText(number) + u".txt",
                                "Benutzer " + user + " Dokument " + std::to_string(number)});
     }
+    Note(folder, user, "does not see the start");
     WaitFor(folder + u"\\..\\start");
+    Note(folder, user, "does not come back from storing");
     rig.main.Call(u"AddDMSItem", 0, u"", u"", Date{}, u"", Date{}, u"", u"", u"", u"", u"",
                   MakeSavingItem("", attachments), 2, false, u"");
-    return rig.Rows() == documents ? 0 : 1;
+    Note(folder, user, std::to_string(rig.Rows()) + " rows, then does not end");
+    if (rig.Rows() != documents) {
+        throw Failure(0, DecimalText(rig.Rows()) + u" rows");
+    }
+}
+
+int StoreAll(const std::u16string& folder, const std::string& user, int documents) {
+    try {
+        Store(folder, user, documents);
+        return 0;
+    } catch (const Failure& failure) {
+        Note(folder, user, ToUtf8(failure.Text()));
+        return 1;
+    }
+}
+
+/// Starts a program; tries again where a busy system refuses for the moment.
+HANDLE StartProgram(const std::u16string& line) {
+    for (int attempt = 0; attempt < 5; ++attempt) {
+        std::u16string writable = line;
+        STARTUPINFOW startup{};
+        startup.cb = sizeof startup;
+        PROCESS_INFORMATION process{};
+        if (CreateProcessW(nullptr, WideBuffer(writable), nullptr, nullptr, FALSE, 0, nullptr,
+                           nullptr, &startup, &process) != FALSE) {
+            CloseHandle(process.hThread);
+            return process.hProcess;
+        }
+        std::printf("a program could not be started yet: error %lu\n", GetLastError());
+        Sleep(200);
+    }
+    return nullptr;
 }
 
 std::vector<HANDLE> StartUsers(const std::u16string& folder, int users, int documents) {
@@ -42,44 +82,45 @@ std::vector<HANDLE> StartUsers(const std::u16string& folder, int users, int docu
     program.resize(GetModuleFileNameW(nullptr, WideBuffer(program), 512));
     std::vector<HANDLE> processes;
     for (int user = 1; user <= users; ++user) {
-        std::u16string line = u"\"" + program + u"\" user \"" + folder + u"\" " +
-                              DecimalText(user) + u" " + DecimalText(documents);
-        STARTUPINFOW startup{};
-        startup.cb = sizeof startup;
-        PROCESS_INFORMATION process{};
-        if (CreateProcessW(nullptr, WideBuffer(line), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                           &startup, &process) != FALSE) {
-            CloseHandle(process.hThread);
-            processes.push_back(process.hProcess);
-        }
+        processes.push_back(StartProgram(u"\"" + program + u"\" user \"" + folder + u"\" " +
+                                         DecimalText(user) + u" " + DecimalText(documents)));
     }
     return processes;
 }
 
-int StoreTogether(int users, int documents) {
+/// Waits for all users and says of every one that failed how far he came.
+int FailedUsers(const std::u16string& folder, const std::vector<HANDLE>& processes) {
+    int failed = 0;
+    for (std::size_t user = 1; user <= processes.size(); ++user) {
+        HANDLE process = processes[user - 1];
+        DWORD code = 1;
+        if (process != nullptr) {
+            WaitForSingleObject(process, INFINITE);
+            GetExitCodeProcess(process, &code);
+            CloseHandle(process);
+        }
+        if (code != 0) {
+            ++failed;
+            const std::u16string note =
+                folder + u"\\..\\user " + DecimalText(static_cast<std::int64_t>(user)) + u".txt";
+            std::printf("user %zu ended with 0x%lx: %s\n", user, code,
+                        process == nullptr ? "not started" : ReadRealFile(note).c_str());
+        }
+    }
+    return failed;
+}
+
+bool StoreTogether(int users, int documents) {
     const TemporaryFolder place;
     const std::u16string folder = place.MakeFolder(u"Projekt");
-    for (const auto* file : {u"TalvixDMS.dll", u"TalvixGrid.ocx"}) {
-        CallExport(file, "DllRegisterServer");
-    }
     const std::vector<HANDLE> processes = StartUsers(folder, users, documents);
     Sleep(2000);
     place.Make(u"start", 1);
-    int failed = users - static_cast<int>(processes.size());
-    for (HANDLE process : processes) {
-        WaitForSingleObject(process, INFINITE);
-        DWORD code = 1;
-        GetExitCodeProcess(process, &code);
-        failed += code == 0 ? 0 : 1;
-        CloseHandle(process);
-    }
+    const int failed = FailedUsers(folder, processes);
     std::set<std::string> contents;
     const std::vector<ListedFile> files = Win32Files().List(folder).files;
     for (const ListedFile& file : files) {
         contents.insert(ReadRealFile(folder + u"\\" + file.name));
-    }
-    for (const auto* file : {u"TalvixDMS.dll", u"TalvixGrid.ocx"}) {
-        CallExport(file, "DllUnregisterServer");
     }
     const auto wanted = static_cast<std::size_t>(users * documents);
     const bool holds = failed == 0 && files.size() == wanted && contents.size() == wanted;
@@ -87,7 +128,22 @@ int StoreTogether(int users, int documents) {
                 "failed\n",
                 holds ? "       OK " : "  FAILED  ", users, files.size(), wanted, contents.size(),
                 failed);
-    return holds ? 0 : 1;
+    std::fflush(stdout);
+    return holds;
+}
+
+int StoreInRounds(int rounds, int users, int documents) {
+    for (const auto* file : {u"TalvixDMS.dll", u"TalvixGrid.ocx"}) {
+        CallExport(file, "DllRegisterServer");
+    }
+    int failed = 0;
+    for (int round = 0; round < rounds; ++round) {
+        failed += StoreTogether(users, documents) ? 0 : 1;
+    }
+    for (const auto* file : {u"TalvixDMS.dll", u"TalvixGrid.ocx"}) {
+        CallExport(file, "DllUnregisterServer");
+    }
+    return failed == 0 ? 0 : 1;
 }
 
 } // namespace
@@ -101,6 +157,7 @@ int wmain(int count, wchar_t** arguments) {
         return talvix::StoreAll(talvix::TextOf(arguments[2]), talvix::ToUtf8(user),
                                 _wtoi(arguments[4]));
     }
-    return talvix::StoreTogether(count > 1 ? _wtoi(arguments[1]) : 72,
-                                 count > 2 ? _wtoi(arguments[2]) : 10);
+    return talvix::StoreInRounds(count > 1 ? _wtoi(arguments[1]) : 1,
+                                 count > 2 ? _wtoi(arguments[2]) : 72,
+                                 count > 3 ? _wtoi(arguments[3]) : 10);
 }
