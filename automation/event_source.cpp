@@ -1,6 +1,7 @@
 #include "automation/event_source.h"
 
 #include <algorithm>
+#include <new>
 
 namespace talvix {
 
@@ -21,15 +22,20 @@ Subscription EventSource::Connect(const std::shared_ptr<EventSink>& sink) {
             }};
 }
 
-void EventSource::Raise(std::u16string_view name, std::span<Value> arguments) const {
+void EventSource::Raise(std::u16string_view name, std::span<Value> arguments) const noexcept {
     if (freezes_ > 0) {
         return;
     }
-    const Sinks snapshot = *sinks_;
+    Sinks snapshot;
+    try {
+        snapshot = *sinks_;
+    } catch (const std::bad_alloc&) { // nobody hears it
+        return;
+    }
     for (const std::shared_ptr<EventSink>& sink : snapshot) {
         try {
             sink->OnEvent(name, arguments);
-        } catch (const std::exception&) { // the listener's trouble, not the control's
+        } catch (...) { // the listener's trouble, not the control's
         }
     }
 }

@@ -15,7 +15,7 @@ public:
 
     Subscription Connect(const std::shared_ptr<EventSink>& sink);
     /// A sink that fails does not keep the others from hearing the event.
-    void Raise(std::u16string_view name, std::span<Value> arguments) const;
+    void Raise(std::u16string_view name, std::span<Value> arguments) const noexcept;
     /// Frozen, the source tells nothing, and what happens meanwhile is not told later. Each freeze
     /// wants its own thaw.
     void Freeze() { ++freezes_; }

@@ -38,8 +38,18 @@ struct Currency {
     std::int64_t scaled = 0;
     auto operator<=>(const Currency&) const = default;
 };
-/// An error value carried as data (not a raised failure).
+/// An error value carried as data (not a raised failure). Its copy is written out because a variant
+/// whose kinds are all plain, texts and shared pointers is taken by libstdc++ 12 for one that is
+/// never without a value: when the copy of a text ran out of memory, it would destroy what is not
+/// there.
 struct ErrorCode {
+    ErrorCode() = default;
+    // NOLINTNEXTLINE(google-explicit-constructor)
+    ErrorCode(std::int32_t code) noexcept : number(code) {}
+    ErrorCode(const ErrorCode& other) noexcept : number(other.number) {}
+    ErrorCode& operator=(const ErrorCode& other) noexcept = default;
+    ~ErrorCode() = default;
+
     std::int32_t number = 0;
     auto operator<=>(const ErrorCode&) const = default;
 };
@@ -72,7 +82,7 @@ public:
     Value(const char16_t* value) : storage_(std::u16string(value)) {}
     Value(Object value) : storage_(std::move(value)) {}
     Value(List value) : storage_(std::move(value)) {}
-    Value(ErrorCode value) : storage_(value) {}
+    Value(const ErrorCode& value) : storage_(value) {}
     template <typename Derived>
     requires std::derived_from<Derived, LateObject> Value(std::shared_ptr<Derived> value)
         : storage_(Object(std::move(value))) {}

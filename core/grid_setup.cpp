@@ -6,6 +6,7 @@
 #include "common/general.h"
 #include "common/settings.h"
 #include "core/document_record.h"
+#include "core/redraw_pause.h"
 
 namespace talvix {
 
@@ -67,7 +68,7 @@ void SetUpColumns(Attachment& attachment) {
 void SetUpGrid(Attachment& attachment, std::shared_ptr<EventSink> sink, Subscription& events) {
     Connect(attachment, std::move(sink), events);
     ResumeNext next{attachment.trace, u"InitSGDMS"};
-    next([&] { attachment.dmsGrid.SetRedraw(false); });
+    const RedrawPause pause(attachment.dmsGrid, attachment.trace, u"InitSGDMS");
     SetBehaviour(attachment);
     SetUpColumns(attachment);
     next([&] { attachment.dmsGrid.SetGroupByBox(true); });
@@ -76,7 +77,6 @@ void SetUpGrid(Attachment& attachment, std::shared_ptr<EventSink> sink, Subscrip
             u"Um nach einer Spalte zu gruppieren, ziehen Sie die Spaltenüberschrift hierhin.");
     });
     AssignImageList(attachment);
-    next([&] { attachment.dmsGrid.SetRedraw(true); });
 }
 
 void AssignImageList(Attachment& attachment) {

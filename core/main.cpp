@@ -65,99 +65,109 @@ void Main::DereferenceLibraries() {
     }
 }
 
+template <typename Work>
+void Main::Run(std::u16string_view procedure, Work&& work) {
+    ResumeNext{attachment_.trace, procedure}(work);
+}
+
 void Main::InitSGDMS() {
-    SetUpGrid(attachment_, gridEvents_, events_);
+    Run(u"InitSGDMS", [&] { SetUpGrid(attachment_, gridEvents_, events_); });
+}
+
+void Main::PresentRows() {
+    ResumeNext next{attachment_.trace, u"Init"};
+    const PassScope scope(attachment_);
+    const Grid grid = attachment_.dmsGrid;
+    std::int32_t count = 0;
+    next([&] { count = grid.RowCount(); });
+    for (std::int32_t number = 1; number <= count; ++number) {
+        next([&] { PresentRow(attachment_, grid.RowAt(number), false); });
+    }
 }
 
 void Main::Init() {
-    ResumeNext next{attachment_.trace, u"Init"};
     attachment_.silentImport = false;
-    {
-        PassScope scope(attachment_);
-        const Grid grid = attachment_.dmsGrid;
-        std::int32_t count = 0;
-        next([&] { count = grid.RowCount(); });
-        for (std::int32_t number = 1; number <= count; ++number) {
-            GridRow row;
-            if (next([&] { row = grid.RowAt(number); })) {
-                PresentRow(attachment_, row, false);
-            }
-        }
-    }
-    CheckVersion(attachment_);
-    RefreshGrid(attachment_);
-    BuildContextMenu(attachment_);
+    Run(u"Init", [&] { PresentRows(); });
+    Run(u"Init", [&] { CheckVersion(attachment_); });
+    Run(u"Init", [&] { RefreshGrid(attachment_); });
+    Run(u"Init", [&] { BuildContextMenu(attachment_); });
 }
 
 void Main::AddDMSItem(const DocumentRecord& record, const ItemFiling& filing) {
-    talvix::AddDMSItem(attachment_, record, filing);
+    Run(u"AddDMSItem", [&] { talvix::AddDMSItem(attachment_, record, filing); });
 }
 
 void Main::AddFile(std::u16string_view physicalStore1, std::u16string_view subject,
                    std::u16string_view status, std::u16string_view longDescription,
                    Date creationDate, Date modificationDate) {
-    talvix::AddFile(attachment_, physicalStore1, subject, status, longDescription, creationDate,
-                    modificationDate);
+    Run(u"AddFile", [&] {
+        talvix::AddFile(attachment_, physicalStore1, subject, status, longDescription, creationDate,
+                        modificationDate);
+    });
 }
 
 void Main::FillActionCombo(std::u16string_view selectedId) {
-    talvix::FillActionCombo(attachment_, selectedId);
+    Run(u"FillActionCombo", [&] { talvix::FillActionCombo(attachment_, selectedId); });
 }
 
 void Main::NewDMSItem() {
-    talvix::NewDMSItem(attachment_);
+    Run(u"NewDMSItem", [&] { talvix::NewDMSItem(attachment_); });
 }
 
 void Main::DeleteDMSItem() {
-    talvix::DeleteDMSItem(attachment_);
+    Run(u"DeleteDMSItem", [&] { talvix::DeleteDMSItem(attachment_); });
 }
 
 void Main::OpenDocument(std::int32_t id) {
-    talvix::OpenDocument(attachment_, id);
+    Run(u"OpenDocument", [&] { talvix::OpenDocument(attachment_, id); });
 }
 
 void Main::btnOpenDocument_Click() {
-    talvix::OpenDocument(attachment_, kSelectedDocuments);
+    Run(u"btnOpenDocument_Click", [&] { talvix::OpenDocument(attachment_, kSelectedDocuments); });
 }
 
 void Main::btnNewDocument_Click() {
-    talvix::btnNewDocument_Click(attachment_);
+    Run(u"btnNewDocument_Click", [&] { talvix::btnNewDocument_Click(attachment_); });
 }
 
 void Main::btnChangeDocument_Click() {
-    talvix::btnChangeDocument_Click(attachment_);
+    Run(u"btnChangeDocument_Click", [&] { talvix::btnChangeDocument_Click(attachment_); });
 }
 
 void Main::btnDeleteDocument_Click() {
-    talvix::DeleteDMSItem(attachment_);
+    Run(u"btnDeleteDocument_Click", [&] { talvix::DeleteDMSItem(attachment_); });
 }
 
 void Main::btnExportDocuments_Click() {
-    talvix::btnExportDocuments_Click(attachment_);
+    Run(u"btnExportDocuments_Click", [&] { talvix::btnExportDocuments_Click(attachment_); });
 }
 
 void Main::AddFilesFromProjectFolder(bool silent) {
-    talvix::AddFilesFromProjectFolder(attachment_, silent);
+    Run(u"AddFilesFromProjectFolder",
+        [&] { talvix::AddFilesFromProjectFolder(attachment_, silent); });
 }
 
 void Main::AddFilesFromProjectFolderEvent() {
-    ImportProjectFolder(attachment_);
+    Run(u"AddFilesFromProjectFolderEvent", [&] { ImportProjectFolder(attachment_); });
 }
 
 void Main::btnOpenFolder_Click() {
-    talvix::btnOpenFolder_Click(attachment_);
+    Run(u"btnOpenFolder_Click", [&] { talvix::btnOpenFolder_Click(attachment_); });
 }
 
 void Main::btnDMSSetStore_Click() {
-    talvix::btnDMSSetStore_Click(attachment_);
+    Run(u"btnDMSSetStore_Click", [&] { talvix::btnDMSSetStore_Click(attachment_); });
 }
 
 void Main::btnDMSDeletetStore_Click() {
-    talvix::btnDMSDeletetStore_Click(attachment_);
+    Run(u"btnDMSDeletetStore_Click", [&] { talvix::btnDMSDeletetStore_Click(attachment_); });
 }
 
 bool Main::MkDirs(std::u16string_view pathIn) {
-    return talvix::MkDirs(attachment_.platform.files, attachment_.trace, pathIn);
+    bool done = false;
+    Run(u"MkDirs",
+        [&] { done = talvix::MkDirs(attachment_.platform.files, attachment_.trace, pathIn); });
+    return done;
 }
 
 } // namespace talvix

@@ -58,6 +58,10 @@ public:
     Attachment& Attached() { return attachment_; }
 
 private:
+    /// Runs a procedure; what its own statements let through ends it.
+    template <typename Work>
+    void Run(std::u16string_view procedure, Work&& work);
+    void PresentRows();
     void StoreSibling(Late& sibling, const Value& object);
 
     Attachment attachment_;

@@ -5,6 +5,7 @@
 #include "common/general.h"
 #include "core/document_record.h"
 #include "core/grid_setup.h"
+#include "core/redraw_pause.h"
 #include "folder/project_copy.h"
 #include "folder/project_folder.h"
 #include "operations/add_document.h"
@@ -49,7 +50,7 @@ private:
             if (attachment_.stopImport) {
                 return;
             }
-            ImportFolder(path + name);
+            next_([&] { ImportFolder(path + name); });
         }
     }
 
@@ -61,20 +62,27 @@ private:
     /// False when the import is to stop.
     bool ImportFiles(const std::u16string& folder, const std::vector<ListedFile>& files) {
         for (const ListedFile& file : files) {
-            const std::u16string path = folder + file.name;
-            if (IsUnfinishedCopy(file.name) ||
-                next_.If([&] { return IsFileInList(attachment_, path); })) {
+            if (!next_.If([&] { return ImportFile(folder + file.name, file); })) {
                 continue;
             }
-            if (file.facts) {
-                attachment_.pass->Expect(path, *file.facts);
-            }
-            AddOne(path);
             if (attachment_.stopImport) {
                 return false;
             }
             ++addedCount_;
         }
+        return true;
+    }
+
+    /// False for a file that needs no row.
+    bool ImportFile(const std::u16string& path, const ListedFile& file) {
+        if (IsUnfinishedCopy(file.name) ||
+            next_.If([&] { return IsFileInList(attachment_, path); })) {
+            return false;
+        }
+        if (file.facts) {
+            attachment_.pass->Expect(path, *file.facts);
+        }
+        AddOne(path);
         return true;
     }
 
@@ -108,9 +116,11 @@ void ImportProjectFolder(Attachment& attachment) {
         return;
     }
     const Grid grid = attachment.dmsGrid;
-    next([&] { grid.SetRedraw(false); });
-    const std::int32_t addedCount = FolderImport(attachment).Run(folder);
-    next([&] { grid.SetRedraw(true); });
+    std::int32_t addedCount = 0;
+    {
+        const RedrawPause pause(grid, attachment.trace, u"AddFilesFromProjectFolderEvent");
+        next([&] { addedCount = FolderImport(attachment).Run(folder); });
+    }
     if (addedCount > 0) {
         RefreshGrid(attachment);
         CheckVersion(attachment);

@@ -37,22 +37,24 @@ CellStore::~CellStore() {
 }
 
 void CellStore::AddColumn() {
-    columns_.emplace_back();
-    columns_.back().kinds.resize(slots_, Kind::Empty);
-    columns_.back().contents.resize(slots_, 0);
+    Column column;
+    column.kinds.resize(slots_, Kind::Empty);
+    column.contents.resize(slots_, 0);
+    columns_.push_back(std::move(column));
 }
 
 void CellStore::Reserve(std::size_t slots) {
     if (slots <= slots_) {
         return;
     }
-    slots_ = std::max(slots, slots_ + slots_ * 3 / 8 + 16);
+    const std::size_t room = std::max(slots, slots_ + slots_ * 3 / 8 + 16);
     for (Column& column : columns_) {
-        column.kinds.reserve(slots_);
-        column.contents.reserve(slots_);
-        column.kinds.resize(slots_, Kind::Empty);
-        column.contents.resize(slots_, 0);
+        column.kinds.reserve(room);
+        column.contents.reserve(room);
+        column.kinds.resize(room, Kind::Empty);
+        column.contents.resize(room, 0);
     }
+    slots_ = room;
 }
 
 Value CellStore::Get(Slot slot, std::size_t column) const {

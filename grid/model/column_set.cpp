@@ -52,13 +52,19 @@ Column& ColumnSet::Add(std::u16string_view key) {
     column.key = key;
     column.index = columns_.size();
     column.caption = key;
-    columns_.push_back(column);
-    order_.push_back(column.index);
-    if (keySlots_.size() < columns_.size() * 3) {
-        keySlots_.assign(std::max<std::size_t>(16, keySlots_.size() * 2), -1);
-    } else {
-        std::fill(keySlots_.begin(), keySlots_.end(), -1);
+    if (keySlots_.size() < (columns_.size() + 1) * 3) {
+        keySlots_.resize(std::max<std::size_t>(16, keySlots_.size() * 2), -1);
+        EnterKeys();
     }
+    order_.reserve(columns_.size() + 1);
+    columns_.push_back(std::move(column)); // the last step that can fail
+    order_.push_back(columns_.back().index);
+    EnterKeys();
+    return columns_.back();
+}
+
+void ColumnSet::EnterKeys() {
+    std::fill(keySlots_.begin(), keySlots_.end(), -1);
     for (const Column& each : columns_) {
         std::size_t slot = NameHash(each.key) & (keySlots_.size() - 1);
         while (keySlots_[slot] >= 0) {
@@ -66,7 +72,6 @@ Column& ColumnSet::Add(std::u16string_view key) {
         }
         keySlots_[slot] = static_cast<std::int32_t>(each.index);
     }
-    return columns_.back();
 }
 
 std::size_t ColumnSet::IndexOf(const Value& keyOrPosition) const {

@@ -44,6 +44,7 @@ public:
 
 private:
     std::size_t FindKey(std::u16string_view key) const;
+    void EnterKeys();
 
     const Culture& culture_;
     std::vector<Column> columns_;        ///< by creation

@@ -10,8 +10,8 @@
 namespace talvix::grid {
 
 Column& GridModel::AddColumn(std::u16string_view key) {
+    rows.ReachColumns(columns.Count() + 1);
     Column& column = columns.Add(key);
-    rows.AddColumn();
     Changed();
     return column;
 }

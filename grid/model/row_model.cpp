@@ -13,6 +13,13 @@ Slot SlotIn(const RowRef& row) {
     return static_cast<Slot>(row.line);
 }
 
+/// Makes a list at least that long, with room to grow as lists do that grow one by one.
+void Reach(std::vector<std::int32_t>& list, std::size_t size, std::int32_t value) {
+    while (list.size() < size) {
+        list.push_back(value);
+    }
+}
+
 } // namespace
 
 RowRef RowModel::RefOf(Line line) const {
@@ -53,32 +60,36 @@ RowRef RowModel::At(std::int32_t number) {
     return RefOf(Lines()[static_cast<std::size_t>(number) - 1]);
 }
 
-Slot RowModel::TakeSlot() {
-    if (!freeSlots_.empty()) {
-        const Slot slot = freeSlots_.back();
-        freeSlots_.pop_back();
-        return slot;
+/// A free slot, which stays free until the caller takes it.
+Slot RowModel::FreeSlot() {
+    if (freeSlots_.empty()) {
+        const std::size_t slots = ids_.size() + 1;
+        cells_.Reserve(slots);
+        selected_.Reach(slots);
+        Reach(groupOf_, slots, kNoNode);
+        Reach(positions_, slots, 0);
+        freeSlots_.reserve(1);
+        ids_.push_back(0);
+        freeSlots_.push_back(static_cast<Slot>(slots - 1));
     }
-    const auto slot = static_cast<Slot>(ids_.size());
-    cells_.Reserve(slot + 1);
-    ids_.push_back(0);
-    selected_.AddSlot();
-    groupOf_.push_back(kNoNode);
-    positions_.push_back(0);
-    return slot;
+    return freeSlots_.back();
 }
 
 RowRef RowModel::Add() {
-    const Slot slot = TakeSlot();
+    const Slot slot = FreeSlot();
+    if (display_.size() == display_.capacity() && !groups_.empty()) {
+        display_.reserve(display_.size() + display_.size() / 2 + 16);
+    }
+    positions_[slot] = static_cast<std::int32_t>(Lines().size());
+    order_.push_back(static_cast<Line>(slot)); // the last step that can fail
+    if (!groups_.empty()) {
+        display_.push_back(static_cast<Line>(slot));
+    }
+    freeSlots_.pop_back();
     filter_.Forget(slot);
     ids_[slot] = nextId_++;
     selected_.Set(slot, false);
     groupOf_[slot] = kNoNode;
-    positions_[slot] = static_cast<std::int32_t>(Lines().size());
-    order_.push_back(static_cast<Line>(slot));
-    if (!groups_.empty()) {
-        display_.push_back(static_cast<Line>(slot));
-    }
     lastAdded_ = RefOf(static_cast<Line>(slot));
     Touch();
     return lastAdded_;
@@ -91,15 +102,15 @@ void RowModel::Remove(const RowRef& row) {
                       u"A group heading cannot be removed; it goes with the last of its rows");
     }
     const Slot slot = SlotIn(row);
+    deadSlots_.push_back(slot); // the only step that can fail
     deadLines_ += 1 + tree_.TakeRow(groupOf_[slot]);
     cells_.ClearRow(slot);
     pictures_.erase(pictures_.lower_bound({row.id, 0}), pictures_.lower_bound({row.id + 1, 0}));
     ids_[slot] = 0;
-    deadSlots_.push_back(slot);
+    Touch();
     if (current_.id != 0 && !IsAlive(current_)) {
         MoveCurrentOff(slot);
     }
-    Touch();
 }
 
 /// The next data row that the filter shows becomes current, else the one before, else none.
@@ -120,6 +131,7 @@ void RowModel::MoveCurrentOff(Slot removed) {
 }
 
 void RowModel::Clear() {
+    freeSlots_.reserve(ids_.size());
     for (const Line line : order_) {
         if (!IsDead(line)) {
             cells_.ClearRow(static_cast<Slot>(line));
@@ -145,6 +157,7 @@ void RowModel::Compact() {
     if (deadLines_ == 0) {
         return;
     }
+    freeSlots_.reserve(ids_.size());
     const auto isDead = [&](Line line) { return IsDead(line); };
     order_.erase(std::remove_if(order_.begin(), order_.end(), isDead), order_.end());
     display_.erase(std::remove_if(display_.begin(), display_.end(), isDead), display_.end());

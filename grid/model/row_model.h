@@ -10,8 +10,12 @@ class RowModel : private RowState {
 public:
     RowModel(ColumnSet& columns, const Culture& culture) : RowState(columns, culture) {}
 
-    /// Makes the cells of a column that was just added.
-    void AddColumn() { cells_.AddColumn(); }
+    /// Makes the cells of so many columns.
+    void ReachColumns(std::size_t count) {
+        while (cells_.ColumnCount() < count) {
+            cells_.AddColumn();
+        }
+    }
     std::int32_t Count() const { return static_cast<std::int32_t>(Lines().size()) - deadLines_; }
     RowRef At(std::int32_t number);
     RowRef Add();
@@ -82,7 +86,9 @@ private:
     void Compact();
     void EnsurePositions();
     void MoveCurrentOff(Slot removed);
-    Slot TakeSlot();
+    Slot FreeSlot();
+    void PlaceIntoGroups(std::vector<Slot>& rows);
+    void Ungroup();
     std::int32_t Scan(std::size_t column, const Value& value, std::int32_t start);
     std::vector<std::uint8_t> HeadingsWithPassingRows();
     void LeaveHiddenRows();

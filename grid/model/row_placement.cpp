@@ -20,11 +20,31 @@ void RowModel::SortBy(std::size_t column, bool descending) {
 void RowModel::SetGroups(std::vector<Grouping> groups) {
     Compact();
     if (groups.empty()) {
-        tree_.Clear();
-        display_.clear();
+        Ungroup();
     }
     groups_ = std::move(groups);
     Place();
+}
+
+void RowModel::Ungroup() {
+    groups_.clear();
+    tree_.Clear();
+    display_.clear();
+    std::fill(groupOf_.begin(), groupOf_.end(), kNoNode);
+    positionsValid_ = false;
+    Touch();
+}
+
+void RowModel::PlaceIntoGroups(std::vector<Slot>& rows) {
+    std::vector<std::vector<std::uint64_t>> keys;
+    for (const Grouping& group : groups_) {
+        keys.push_back(KeysOf(group.column));
+    }
+    for (std::size_t level = groups_.size(); level-- > 0;) {
+        StableSort(rows, keys[level], groups_[level].descending);
+    }
+    tree_.Build({rows, groups_, keys, cells_, columns_, culture_, [this] { return nextId_++; }},
+                display_, groupOf_);
 }
 
 void RowModel::Place() {
@@ -36,15 +56,12 @@ void RowModel::Place() {
     }
     std::fill(groupOf_.begin(), groupOf_.end(), kNoNode);
     if (!groups_.empty()) {
-        std::vector<std::vector<std::uint64_t>> keys;
-        for (const Grouping& group : groups_) {
-            keys.push_back(KeysOf(group.column));
+        try {
+            PlaceIntoGroups(rows);
+        } catch (...) { // all rows show without groups
+            Ungroup();
+            throw;
         }
-        for (std::size_t level = groups_.size(); level-- > 0;) {
-            StableSort(rows, keys[level], groups_[level].descending);
-        }
-        tree_.Build({rows, groups_, keys, cells_, columns_, culture_, [this] { return nextId_++; }},
-                    display_, groupOf_);
     }
     if (selected_.Base()) { // headings may have come that are not selected
         selected_.BreakUniformity();
@@ -99,6 +116,7 @@ void RowModel::UpdateShownBelow(const RowRef& heading) {
     if (own == shown_.end() || *own != number) {
         return; // hidden itself
     }
+    shownVersion_ = 0; // until all is in place again
     const auto place = static_cast<std::size_t>(number) - 1;
     const std::size_t end = EndOfGroup(place);
     const auto behind = std::upper_bound(own, shown_.end(), static_cast<std::int32_t>(end));
@@ -108,6 +126,7 @@ void RowModel::UpdateShownBelow(const RowRef& heading) {
         AppendShown(place + 1, end, below);
         shown_.insert(next, below.begin(), below.end());
     }
+    shownVersion_ = version_;
 }
 
 void RowModel::SetAllExpanded(bool expanded) {

@@ -10,8 +10,12 @@ namespace talvix::grid {
 /// Which slots are selected. Selecting all or none is one step, however many there are.
 class SelectionMarks {
 public:
-    /// Makes room for one slot more.
-    void AddSlot() { marks_.push_back(0); }
+    /// Makes room for so many slots.
+    void Reach(std::size_t slots) {
+        if (marks_.size() < slots) {
+            marks_.resize(slots, 0);
+        }
+    }
     bool Has(Slot slot) const {
         return marks_[slot] >> 1U == round_ ? (marks_[slot] & 1U) != 0 : base_;
     }

@@ -103,8 +103,9 @@ void TextPool::CloseGap(std::size_t slot) {
 
 void TextPool::Grow() {
     std::vector<PooledText*> old(slots_.empty() ? kFirstSize : slots_.size() * 2, nullptr);
+    std::vector<std::uint32_t> hashes(old.size(), 0);
     old.swap(slots_);
-    hashes_.assign(slots_.size(), 0);
+    hashes_.swap(hashes);
     for (PooledText* text : old) {
         if (text != nullptr) {
             const std::size_t slot = SlotOf(text->View(), text->hash);

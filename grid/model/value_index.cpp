@@ -2,6 +2,7 @@
 
 #include "automation/coercion.h"
 
+#include <exception>
 #include <functional>
 
 namespace talvix::grid {
@@ -31,8 +32,13 @@ std::uint32_t ValueIndex::HashOfCell(std::size_t column, Slot slot) const {
 }
 
 void ValueIndex::Enter(std::size_t column, Slot slot) {
-    if (column < indexes_.size() && indexes_[column] != nullptr) {
+    if (column >= indexes_.size() || indexes_[column] == nullptr) {
+        return;
+    }
+    try {
         indexes_[column]->Add(HashOfCell(column, slot), slot);
+    } catch (const std::exception&) { // better none than one that lacks a row
+        indexes_[column].reset();
     }
 }
 
@@ -53,10 +59,11 @@ bool ValueIndex::Candidates(std::size_t column, const Value& value,
     }
     std::unique_ptr<FindIndex>& index = indexes_[column];
     if (index == nullptr || index->Size() > rows.size() * 2 + 64) {
-        index = std::make_unique<FindIndex>();
+        auto made = std::make_unique<FindIndex>();
         for (const std::int32_t row : rows) {
-            index->Add(HashOfCell(column, static_cast<Slot>(row)), static_cast<Slot>(row));
+            made->Add(HashOfCell(column, static_cast<Slot>(row)), static_cast<Slot>(row));
         }
+        index = std::move(made);
     }
     return index->Candidates(HashOf(value), found);
 }
