@@ -78,8 +78,12 @@ std::optional<GridColumn> ColumnOf(Attachment& attachment, std::u16string_view t
 
 void ToggleColumn(Attachment& attachment, std::int32_t command) {
     ResumeNext next{attachment.trace, u"ContextMenu"};
+    const std::shared_ptr<PopupMenu> menu = attachment.contextMenu;
+    if (menu == nullptr) {
+        return;
+    }
     std::u16string text;
-    next([&] { text = attachment.contextMenu->Text(command); });
+    next([&] { text = menu->Text(command); });
     const auto column = text.empty() ? std::nullopt : ColumnOf(attachment, text);
     if (!column) {
         return;
@@ -89,7 +93,7 @@ void ToggleColumn(Attachment& attachment, std::int32_t command) {
         isHidden = !column->IsHidden();
         column->SetHidden(isHidden);
     });
-    next([&] { attachment.contextMenu->SetChecked(command, !isHidden); });
+    next([&] { menu->SetChecked(command, !isHidden); });
     next([&] { attachment.dmsGrid.RefreshRows(); });
 }
 
@@ -98,36 +102,38 @@ void ToggleColumn(Attachment& attachment, std::int32_t command) {
 void BuildContextMenu(Attachment& attachment) {
     ResumeNext next{attachment.trace, u"BuildContextMenu"};
     attachment.contextMenu.reset();
-    next([&] { attachment.contextMenu = attachment.platform.menus.MakePopup(); });
-    if (attachment.contextMenu == nullptr) {
+    std::shared_ptr<PopupMenu> menu; // the grid's answers may come from a host that builds another
+    next([&] { menu = attachment.platform.menus.MakePopup(); });
+    if (menu == nullptr) {
         return;
     }
-    PopupMenu& menu = *attachment.contextMenu;
+    attachment.contextMenu = menu;
     for (const MenuEntry& entry : kEntries) {
         next([&] {
             if (entry.text == nullptr) {
-                menu.AddSeparator(entry.command);
+                menu->AddSeparator(entry.command);
             } else if (entry.command == menu_command::kView) {
-                AddColumns(attachment, menu.AddSubMenu(entry.command, entry.text));
+                AddColumns(attachment, menu->AddSubMenu(entry.command, entry.text));
             } else {
-                menu.AddEntry(entry.command, entry.text, true);
+                menu->AddEntry(entry.command, entry.text, true);
             }
         });
     }
-    next([&] { menu.SetDefault(menu_command::kOpen); });
+    next([&] { menu->SetDefault(menu_command::kOpen); });
 }
 
 void UpdateCheckMarks(Attachment& attachment) {
     ResumeNext next{attachment.trace, u"UpdateCheckMarks"};
-    if (attachment.contextMenu == nullptr) {
+    const std::shared_ptr<PopupMenu> menu = attachment.contextMenu;
+    if (menu == nullptr) {
         return;
     }
     for (std::int32_t command = kFirstMarked; command <= kLastMarked; ++command) {
         std::u16string text;
-        next([&] { text = attachment.contextMenu->Text(command); });
+        next([&] { text = menu->Text(command); });
         const auto column = text.empty() ? std::nullopt : ColumnOf(attachment, text);
         if (column) {
-            next([&] { attachment.contextMenu->SetChecked(command, !column->IsHidden()); });
+            next([&] { menu->SetChecked(command, !column->IsHidden()); });
         }
     }
 }
@@ -150,8 +156,7 @@ void DispatchCommand(Attachment& attachment, std::int32_t command) {
         AddFilesFromProjectFolder(attachment, false);
         break;
     default:
-        if (command >= menu_command::kFirstColumn && command <= menu_command::kLastColumn &&
-            attachment.contextMenu != nullptr) {
+        if (command >= menu_command::kFirstColumn && command <= menu_command::kLastColumn) {
             ToggleColumn(attachment, command);
         }
     }

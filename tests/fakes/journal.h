@@ -2,6 +2,7 @@
 
 #include "automation/failure.h"
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,12 +16,17 @@ public:
     /// One call out of the component; the planned one fails.
     void Step(std::u16string_view what) {
         ++steps;
+        if (onStep) {
+            onStep(what);
+        }
         if (failAt > 0 && (steps == failAt || (steps > failAt && failOn))) {
             failed = what;
             throw Failure(failure_number::kUnexpected, u"planned failure");
         }
     }
     int steps = 0;
+    std::function<void(std::u16string_view what)> onStep; ///< what happens from inside a call
+    bool isGridGone = false;                              ///< the control was destroyed
     int failAt = 0;        ///< number of the step that fails, 0 for none
     bool failOn = false;   ///< all steps from there on fail
     std::u16string failed; ///< what was to be done when it failed last

@@ -18,6 +18,9 @@ public:
     }
     Value Invoke(MemberId member, unsigned access, Arguments arguments) override {
         journal_.Step(name_);
+        if (journal_.isGridGone) {
+            throw Failure(failure_number::kObjectGone, u"The grid is gone");
+        }
         const std::vector<Value> own = Unwrapped(arguments.values);
         Value value = target_->Invoke(member, access, {own, arguments.names});
         const auto* object = value.If<Object>();
