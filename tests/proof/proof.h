@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
+#include <initializer_list>
 #include <random>
 #include <string>
 
@@ -39,6 +40,10 @@ public:
     template <typename List>
     const auto& Of(const List& list) {
         return std::data(list)[static_cast<std::size_t>(Below(static_cast<int>(std::size(list))))];
+    }
+    template <typename Element>
+    Element Of(std::initializer_list<Element> list) {
+        return list.begin()[Below(static_cast<int>(list.size()))];
     }
 
 private:
