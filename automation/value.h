@@ -38,17 +38,15 @@ struct Currency {
     std::int64_t scaled = 0;
     auto operator<=>(const Currency&) const = default;
 };
-/// An error value carried as data (not a raised failure). Its copy is written out because a variant
-/// whose kinds are all plain, texts and shared pointers is taken by libstdc++ 12 for one that is
-/// never without a value: when the copy of a text ran out of memory, it would destroy what is not
-/// there.
+/// An error value carried as data (not a raised failure). Its copy is written out because libstdc++
+/// 12 takes a variant of plain kinds, texts and shared pointers for one that always has a value:
+/// when the copy of a text ran out of memory, it would destroy what is not there.
 struct ErrorCode {
     ErrorCode() = default;
     // NOLINTNEXTLINE(google-explicit-constructor)
     ErrorCode(std::int32_t code) noexcept : number(code) {}
     ErrorCode(const ErrorCode& other) noexcept : number(other.number) {}
     ErrorCode& operator=(const ErrorCode& other) noexcept = default;
-    ~ErrorCode() = default;
 
     std::int32_t number = 0;
     auto operator<=>(const ErrorCode&) const = default;

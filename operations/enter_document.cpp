@@ -107,11 +107,10 @@ void FillFromRow(Attachment& attachment, ItemDialog& dialog, const GridRow& row)
             dialog.ChooseOption(Control::optLink);
         }
     });
-    for (const auto& [control, key] :
-         {std::pair(Control::TextPhysicalStore1, field::kPhysicalStore1),
-          std::pair(Control::TextStatus, field::kStatus),
-          std::pair(Control::TextLongDescription, field::kLongDescription)}) {
-        next([&] { dialog.SetText(control, ToText(row.Get(key), locale)); });
+    for (const auto& each : {std::pair(Control::TextPhysicalStore1, field::kPhysicalStore1),
+                             std::pair(Control::TextStatus, field::kStatus),
+                             std::pair(Control::TextLongDescription, field::kLongDescription)}) {
+        next([&] { dialog.SetText(each.first, ToText(row.Get(each.second), locale)); });
     }
 }
 

@@ -5,13 +5,13 @@
 #include "platform/win32/com/late_dispatch.h"
 #include "platform/win32/wide.h"
 #include "tests/com/component_rig.h"
+#include "tests/proof/proof.h"
 
 #include <gtest/gtest.h>
 
 #include <windows.h>
 #include <oleauto.h>
 
-#include <cstdlib>
 #include <deque>
 #include <random>
 
@@ -19,10 +19,9 @@ namespace talvix {
 
 namespace {
 
-/// TALVIX_FUZZ_CALLS for a long run.
-std::size_t Calls(std::size_t usual) {
-    const char* wanted = std::getenv("TALVIX_FUZZ_CALLS");
-    return wanted == nullptr ? usual : static_cast<std::size_t>(std::atoll(wanted));
+/// So many of a hundred of the calls that the proof asks for.
+std::size_t Calls(std::size_t ofHundred) {
+    return ProofCount("FUZZ_CALLS", 100'000, 10'000'000) * ofHundred / 100;
 }
 
 class Random {
@@ -276,7 +275,7 @@ IDispatch* DispatchOf(const Late& object) {
 } // namespace
 
 TEST(MethodFuzz, TheGridAnswersWhateverItIsGiven) {
-    const std::size_t calls = Calls(80'000);
+    const std::size_t calls = Calls(80);
     constexpr std::size_t kRound = 2'000;
     std::size_t answered = 0;
     for (std::size_t round = 0; round * kRound < calls; ++round) {
@@ -311,7 +310,7 @@ TEST(MethodFuzz, TheGridAnswersWhateverItIsGiven) {
 
 TEST(MethodFuzz, AMainWithoutAHostAnswersWhateverItIsGiven) {
     DialogAnswers answers;
-    const std::size_t calls = Calls(15'000);
+    const std::size_t calls = Calls(15);
     // Without a host only these do nothing that a user would see.
     Fuzzer fuzzer(7, {1, 2, 3, 4, 8, 10, 11, 22, 23, 0, -4, 24, 99});
     const Late main = CreateByName(u"TalvixDMS.Main");
@@ -330,7 +329,7 @@ TEST(MethodFuzz, AnAttachedMainKeepsItsListInOrder) {
     rig.folder.Make(u"a.doc", 10);
     Fuzzer fuzzer(11, {3, 4, 6, 7, 8, 10, 13, 22, 23});
     fuzzer.Add(DispatchOf(rig.main));
-    const std::size_t calls = Calls(5'000);
+    const std::size_t calls = Calls(5);
     for (std::size_t call = 0; call < calls; ++call) {
         fuzzer.Call();
     }
@@ -339,6 +338,7 @@ TEST(MethodFuzz, AnAttachedMainKeepsItsListInOrder) {
     rig.main.Call(u"AddFile", rig.folder.Path() + u"\\a.doc", u"nachher", u"", u"");
     EXPECT_EQ(rig.Rows(), before + 1);
     EXPECT_EQ(rig.grid.Call(u"Redraw"), Value(true));
+    StateProof("method fuzz", Calls(100), "calls on the grid's and the component's objects");
 }
 
 } // namespace talvix

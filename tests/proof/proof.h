@@ -10,14 +10,15 @@
 namespace talvix {
 
 /// How often a row of the proof is tried: TALVIX_<name> where it is set, the long form where
-/// TALVIX_PROOF is "long", else the short one.
+/// TALVIX_PROOF is "long", a tenth of the short form where it is "brief", else the short form.
 inline std::size_t ProofCount(const std::string& name, std::size_t shortForm,
                               std::size_t longForm) {
-    if (const char* wanted = std::getenv(("TALVIX_" + name).c_str())) {
-        return static_cast<std::size_t>(std::strtoull(wanted, nullptr, 10));
+    if (const char* count = std::getenv(("TALVIX_" + name).c_str())) {
+        return static_cast<std::size_t>(std::strtoull(count, nullptr, 10));
     }
-    const char* form = std::getenv("TALVIX_PROOF");
-    return form != nullptr && std::string(form) == "long" ? longForm : shortForm;
+    const char* wanted = std::getenv("TALVIX_PROOF");
+    const std::string form = wanted == nullptr ? "" : wanted;
+    return form == "long" ? longForm : form == "brief" ? shortForm / 10 + 1 : shortForm;
 }
 
 /// The seed of the first try; TALVIX_SEED repeats a failure that named its seed.

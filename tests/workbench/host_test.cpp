@@ -1,12 +1,18 @@
 #include "automation/failure.h"
+#include "automation/text.h"
 #include "core/main.h"
 #include "grid/model/grid_objects.h"
 #include "tests/fakes/fake_platform.h"
 #include "workbench/host/host.h"
+#include "workbench/host/host_object.h"
+#include "workbench/host/import_report.h"
 #include "workbench/host/list_export.h"
+#include "workbench/host/mail_item.h"
 #include "workbench/host/summary.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace talvix::host {
 
@@ -153,6 +159,93 @@ TEST(Host, TheExportLibraryHandsTheListOn) {
     rig.Attach(main);
     main.btnExportDocuments_Click();
     EXPECT_EQ(rig.exports, std::vector<std::u16string>{u"Dokumente|<x/>"});
+}
+
+TEST(ListExport, ThePrintedListHasTheColumnsThatFitOnAPage) {
+    const FakeCulture culture;
+    const std::vector<PrintColumn> columns = PrintColumns();
+    for (const PrintColumn& column : columns) {
+        EXPECT_FALSE(column.caption.empty());
+        EXPECT_GT(column.share, 0);
+    }
+    const std::vector<std::u16string> row = PrintedRow({{u"Subject", u"Plan"}}, culture);
+    ASSERT_EQ(row.size(), columns.size());
+    EXPECT_NE(std::find(row.begin(), row.end(), u"Plan"), row.end());
+}
+
+TEST(ImportReport, NamesItsOutcomes) {
+    EXPECT_EQ(std::u16string(OutcomeText(ImportOutcome::Added)), u"aufgenommen");
+    EXPECT_EQ(std::u16string(OutcomeText(ImportOutcome::Listed)), u"schon in der Liste");
+    EXPECT_EQ(std::u16string(OutcomeText(ImportOutcome::NotAdded)), u"nicht aufgenommen");
+    EXPECT_EQ(std::u16string(OutcomeText(ImportOutcome::Note)), u"Hinweis");
+}
+
+TEST(HostObject, AnswersByItsMembersAndRefusesTheRest) {
+    std::u16string text = u"alt";
+    bool changed = false;
+    const auto object = std::make_shared<HostObject>(
+        u"Ding", std::vector<HostObject::Member>{{u"Text", TextMember(text, changed), true},
+                                                 {u"Item", Constant(7)}});
+    const Late late{Value(object)};
+    EXPECT_EQ(object->TypeName(), u"Ding");
+    EXPECT_EQ(late.Call(u"text"), Value(u"alt"));
+    late.Set(u"Text", u"alt");
+    EXPECT_FALSE(changed);
+    late.Set(u"Text", u"neu");
+    EXPECT_TRUE(changed);
+    late.Set(u"Text", Nothing());
+    EXPECT_EQ(text, u"");
+    EXPECT_THROW(late.Set(u"Text", 5), Failure);
+    EXPECT_THROW(late.Set(u"Item", 5), Failure);
+    EXPECT_THROW(late.Call(u"Fehlt"), Failure);
+    EXPECT_EQ(object->Invoke(kDefaultMember, access::kCall, {}), Value(7));
+    EXPECT_THROW(object->Invoke(99, access::kCall, {}), Failure);
+}
+
+TEST(MailItem, AnswersAsFilingAsks) {
+    const FakeCulture culture;
+    Mail mail;
+    mail.subject = u"Angebot";
+    mail.from = MailAddress{u"Erika Muster", u"e@example.org"};
+    mail.to = {{u"", u"a@example.org"}, {u"B", u"b@example.org"}};
+    mail.sent = 1795166130;
+    mail.text = u"Text";
+    mail.attachments = {{u"a.pdf", u"application/pdf", "inhalt"}, {u"b.txt", u"text/plain", "x"}};
+    Lines saved;
+    MailFiling filing;
+    filing.saveMessage = [&](const Mail& each, std::u16string_view path) {
+        saved.push_back(std::u16string(path) + u" " +
+                        DecimalText(static_cast<long long>(each.attachments.size())));
+    };
+    filing.saveFile = [&](std::u16string_view path, std::string_view content) {
+        saved.push_back(std::u16string(path) + u" " + FromUtf8(content));
+    };
+    const Late item{Value(MakeMailItem(mail, filing, culture))};
+    EXPECT_EQ(item.Call(u"Subject"), Value(u"Angebot"));
+    EXPECT_EQ(item.Call(u"Body"), Value(u"Text"));
+    EXPECT_NE(item.Call(u"SenderName"), Value(u""));
+    EXPECT_NE(item.Call(u"To"), item.Call(u"CC"));
+    EXPECT_TRUE(item.Call(u"SentOn").Is<Date>());
+    const Late attachments = item[u"Attachments"];
+    EXPECT_EQ(attachments.Call(u"Count"), Value(2));
+    const Late second = attachments(u"Item", 2);
+    EXPECT_EQ(second.Call(u"FileName"), Value(u"b.txt"));
+    EXPECT_EQ(second.Call(u"DisplayName"), Value(u"b.txt"));
+    EXPECT_EQ(second.Call(u"Size"), Value(1));
+    second.Call(u"SaveAsFile", u"C:\\b.txt");
+    EXPECT_THROW(attachments.Call(u"Item", 3), Failure);
+    EXPECT_THROW(attachments.Call(u"Item", 0), Failure);
+    attachments(u"Item", 1).Call(u"Delete");
+    EXPECT_THROW(item.Call(u"SaveAs", u"C:\\x.txt", 1), Failure);
+    item.Call(u"SaveAs", u"C:\\x.msg", 3);
+    EXPECT_THROW(item.Call(u"Close", 9), Failure);
+    item.Call(u"Close", 1);
+    EXPECT_EQ(attachments.Call(u"Count"), Value(2)) << "discarded";
+    attachments(u"Item", 1).Call(u"Delete");
+    item.Call(u"Close", 0);
+    item.Call(u"Close", 1);
+    EXPECT_EQ(attachments.Call(u"Count"), Value(1)) << "kept";
+    EXPECT_EQ(saved, (Lines{u"C:\\b.txt x", u"C:\\x.msg 1"}));
 }
 
 } // namespace talvix::host
