@@ -7,6 +7,7 @@
 #include "automation/resume_next.h"
 #include "automation/text.h"
 #include "tests/fakes/expando.h"
+#include "tests/fakes/fake_culture.h"
 #include "tests/fakes/fake_platform.h"
 
 #include <gtest/gtest.h>
@@ -258,6 +259,62 @@ TEST(MemberTable, WhatIsMissingUnknownOrReadOnlyIsToldByName) {
     EXPECT_THROW(InvokeByName(sums, u"Fixed", access::kPut, {values.first(1), {}}), Failure);
     EXPECT_THROW(sums.Invoke(99, access::kGet, {}), Failure);
     EXPECT_THROW(sums.Invoke(-5, access::kGet, {}), Failure);
+}
+
+TEST(Coercion, EveryKindBecomesEveryOtherOrIsRefused) {
+    const FakeCulture culture;
+    const Value kinds[] = {Empty(),
+                           Null(),
+                           Missing(),
+                           true,
+                           std::uint8_t{7},
+                           std::int16_t{-7},
+                           70000,
+                           std::int64_t{1} << 40,
+                           1.5F,
+                           -2.5,
+                           Currency{15000},
+                           Date{38000.5},
+                           u"12,5",
+                           u"Text",
+                           Nothing(),
+                           Value(std::make_shared<const std::vector<Value>>()),
+                           ErrorCode{5}};
+    int answered = 0;
+    const auto answers = [&](auto&& convert) {
+        for (const Value& kind : kinds) {
+            try {
+                convert(kind);
+                ++answered;
+            } catch (const Failure& failure) {
+                EXPECT_FALSE(failure.Text().empty());
+            }
+        }
+    };
+    answers([&](const Value& value) { return ToText(value, culture); });
+    answers([&](const Value& value) { return ToNumber(value, culture); });
+    answers([&](const Value& value) { return ToLong(value, culture); });
+    answers([&](const Value& value) { return ToBoolean(value, culture); });
+    answers([&](const Value& value) { return ToDateValue(value, culture); });
+    EXPECT_GT(answered, 50);
+    EXPECT_LT(answered, 70);
+}
+
+TEST(Dates, TextsThatAreNoneAreNoDates) {
+    for (const auto* text :
+         {u"", u"2003", u"2003-12-31", u"2003-12-31 14:05:00", u"2003-12-31 14:05:00x",
+          u"2003-13-31", u"2003-02-29", u"2004-02-29", u"2003-00-10", u"2003-1-1", u"03-12-31",
+          u"2003-12-31 24:00:00", u"2003-12-31 14:60:00", u"2003-12-31 14:05:61", u"2003/12/31",
+          u"99999-12-31", u"0001-01-01", u"2003-12-31T14:05:00"}) {
+        const auto date = ReadIsoText(text);
+        if (date) {
+            EXPECT_EQ(ReadIsoText(IsoText(*date)), date) << ToUtf8(text);
+        }
+    }
+    EXPECT_FALSE(ReadIsoText(u"2003-02-29"));
+    EXPECT_TRUE(ReadIsoText(u"2004-02-29"));
+    EXPECT_FALSE(ToCivilTime(Date{1e12}));
+    EXPECT_FALSE(ToCivilTime(Date{-1e12}));
 }
 
 } // namespace talvix

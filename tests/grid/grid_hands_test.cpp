@@ -5,9 +5,11 @@
 #include "grid/model/events.h"
 #include "grid/model/gestures.h"
 #include "grid/model/grid_objects.h"
+#include "grid/model/rows_as_text.h"
 #include "grid/model/saved_layout.h"
 #include "tests/fakes/expando.h"
 #include "tests/fakes/fake_culture.h"
+#include "tests/proof/proof.h"
 
 #include <gtest/gtest.h>
 
@@ -409,6 +411,49 @@ TEST(GridObjects, TellTheirKindsAndTheirElements) {
         EXPECT_EQ(found, count) << ToUtf8(member);
         elements->Restart();
         EXPECT_TRUE(elements->Next());
+    }
+}
+
+TEST(Selected, RowsAreATableAndTheirFilesAList) {
+    HandsRig rig;
+    EXPECT_EQ(SelectedRowsAsText(rig.model), u"");
+    EXPECT_TRUE(SelectedFiles(rig.model).empty());
+    rig.model.columns.At(1).hidden = true;
+    rig.model.ChangeGroups({{1, false}});
+    rig.model.rows.SelectRange(1, 3);
+    rig.model.rows.Set(rig.model.rows.At(2), 0, u"a\tb");
+    EXPECT_EQ(SelectedRowsAsText(rig.model), u"Name\tZahl\r\n\"a\tb\"\t1\r\nDach\t3\r\n");
+    rig.model.options.fileColumn = 0;
+    EXPECT_EQ(SelectedFiles(rig.model), (std::vector<std::u16string>{u"a\tb", u"Dach"}));
+    rig.model.rows.Set(rig.model.rows.At(2), 0, Empty());
+    rig.model.rows.Set(rig.model.rows.At(3), 0, 5);
+    EXPECT_TRUE(SelectedFiles(rig.model).empty());
+}
+
+TEST(RowsAsText, RandomRowsComeBackAsTheyWere) {
+    for (unsigned seed = 1; seed <= 300; ++seed) {
+        ProofRandom random(seed);
+        HandsRig rig;
+        rig.model.columns.At(1).dataType = DataType::Date;
+        rig.model.rows.Clear();
+        for (int row = random.Below(6); row > 0; --row) {
+            const RowRef added = rig.model.rows.Add();
+            rig.model.rows.Set(added, 0,
+                               random.Of<const char16_t*>({u"", u"a", u"1", u"\"", u";", u"\r\n",
+                                                           u"2003-12-31 00:00:00", u"-1,5", u" "}));
+            if (!random.OneIn(3)) {
+                rig.model.rows.Set(added, 1, Date{static_cast<double>(random.Below(60000))});
+            }
+            rig.model.rows.Set(added, 2,
+                               random.Of<Value>({Empty(), 5, -7.25, u"x", u"5", 3e9, true}));
+        }
+        const std::u16string text = SaveRows(rig.model, u";");
+        HandsRig other;
+        other.model.columns.At(1).dataType = DataType::Date;
+        other.model.rows.Clear();
+        LoadRows(other.model, text, u";");
+        EXPECT_EQ(SaveRows(other.model, u";"), text) << "seed " << seed;
+        EXPECT_THROW(LoadRows(other.model, u"1;2;3;4", u";"), Failure);
     }
 }
 

@@ -2,6 +2,7 @@
 #include "automation/late.h"
 #include "automation/text.h"
 #include "tests/fakes/fake_culture.h"
+#include "tests/proof/proof.h"
 #include "workbench/host/mail_coding.h"
 #include "workbench/host/mail_header.h"
 #include "workbench/host/mail_item.h"
@@ -160,6 +161,43 @@ TEST(MessageStorage, HoldsPropertiesRecipientsAndAttachments) {
                          u"__recip_version1.0_#00000002", u"__attach_version1.0_#00000000",
                          u"__attach_version1.0_#00000001", u"__attach_version1.0_#00000002",
                          u"__nameid_version1.0"}));
+}
+
+TEST(MimeReader, TakesDamagedMailsAsFarAsTheyGo) {
+    const std::string whole = kMail;
+    int read = 0;
+    for (unsigned seed = 1; seed <= 3000; ++seed) {
+        ProofRandom random(seed);
+        std::string damaged = whole;
+        for (int deed = random.Below(6); deed >= 0; --deed) {
+            const auto at =
+                static_cast<std::size_t>(random.Below(static_cast<int>(damaged.size())));
+            switch (random.Below(4)) {
+            case 0:
+                damaged[at] = static_cast<char>(random.Below(256));
+                break;
+            case 1:
+                damaged.erase(at, static_cast<std::size_t>(1 + random.Below(9)));
+                break;
+            case 2:
+                damaged.insert(at, random.Of<const char*>({"=", "=?", "?=", "%", "%4", ";", "\"",
+                                                           "\r\n", "\n", "--", ",", "<", "("}));
+                break;
+            default:
+                damaged.resize(std::max<std::size_t>(at, 20));
+            }
+        }
+        try {
+            const Mail mail = ReadMime(damaged);
+            ++read;
+            for (const MailAttachment& attachment : mail.attachments) {
+                EXPECT_FALSE(attachment.fileName.empty()) << "seed " << seed;
+            }
+        } catch (const Failure& failure) {
+            EXPECT_NE(failure.Text().find(u"Kopfzeilen"), std::u16string::npos);
+        }
+    }
+    EXPECT_GT(read, 2000);
 }
 
 } // namespace talvix::host
