@@ -31,6 +31,14 @@ class FakeProgressWindow : public ProgressWindow {
 public:
     FakeProgressWindow(Journal& journal, ProgressForm progressForm)
         : journal_(journal), form(std::move(progressForm)), label(form.label) {}
+    FakeProgressWindow(const FakeProgressWindow&) = delete;
+    FakeProgressWindow& operator=(const FakeProgressWindow&) = delete;
+    /// Tells of timers that still run.
+    ~FakeProgressWindow() override {
+        if (!running.empty()) {
+            journal_.Write(u"a timer was left running");
+        }
+    }
     void SetLabel(std::u16string_view text) override;
     void EnableTimer(ProgressTimer timer, bool on) override;
     void EnableCancel(bool on) override { cancelEnabled = on; }

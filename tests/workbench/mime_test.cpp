@@ -11,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+
 namespace talvix::host {
 
 namespace {
@@ -161,6 +163,34 @@ TEST(MessageStorage, HoldsPropertiesRecipientsAndAttachments) {
                          u"__recip_version1.0_#00000002", u"__attach_version1.0_#00000000",
                          u"__attach_version1.0_#00000001", u"__attach_version1.0_#00000002",
                          u"__nameid_version1.0"}));
+}
+
+TEST(MessageStorage, KeepsTheTextsThatAMailShows) {
+    const Mail mail = ReadMime(kMail);
+    const MessageStorage storage = ToMessageStorage(mail);
+    std::map<std::u16string, std::u16string> texts;
+    std::string table;
+    for (const auto& [name, content] : storage.streams) {
+        table = name == u"__properties_version1.0" ? content : table;
+        std::u16string& text = texts[name];
+        for (std::size_t at = 0; at + 1 < content.size(); at += 2) {
+            text += static_cast<char16_t>(static_cast<unsigned char>(content[at]) |
+                                          static_cast<unsigned char>(content[at + 1]) << 8);
+        }
+    }
+    EXPECT_EQ(texts[u"__substg1.0_001A001F"], u"IPM.Note");
+    EXPECT_EQ(texts[u"__substg1.0_0070001F"], mail.subject);
+    EXPECT_EQ(texts[u"__substg1.0_0E04001F"], u"Muster, Erika; bau@example.org");
+    EXPECT_EQ(texts[u"__substg1.0_0E03001F"], u"Söhne");
+    EXPECT_EQ(texts[u"__substg1.0_007D001F"], mail.headers);
+    EXPECT_EQ(texts[u"__substg1.0_1000001F"], mail.text);
+    EXPECT_EQ(texts[u"__substg1.0_0C1A001F"], u"Jörg Müller");
+    EXPECT_EQ(texts[u"__substg1.0_0C1E001F"], u"SMTP");
+    EXPECT_EQ(texts[u"__substg1.0_0C1F001F"], u"joerg@example.org");
+    const std::string flags("\x03\x00\x07\x0E", 4); // PR_MESSAGE_FLAGS, a number
+    const std::size_t place = table.find(flags);
+    ASSERT_NE(place, std::string::npos);
+    EXPECT_EQ(table[place + 8], 0x11) << "read, with attachments";
 }
 
 TEST(MimeReader, TakesDamagedMailsAsFarAsTheyGo) {
