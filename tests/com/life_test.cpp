@@ -12,7 +12,6 @@
 
 #include <windows.h>
 
-
 namespace talvix {
 
 namespace {
