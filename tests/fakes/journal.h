@@ -19,15 +19,17 @@ public:
         if (onStep) {
             onStep(what);
         }
-        if (failAt > 0 && (steps == failAt || (steps > failAt && failOn))) {
+        if (failAt > 0 && (steps == failAt || steps == failAlso || (steps > failAt && failOn))) {
             failed = what;
             throw Failure(failure_number::kUnexpected, u"planned failure");
         }
     }
     int steps = 0;
     std::function<void(std::u16string_view what)> onStep; ///< what happens from inside a call
+    bool timersWereLeft = false;                          ///< by a form that has ended
     bool isGridGone = false;                              ///< the control was destroyed
     int failAt = 0;        ///< number of the step that fails, 0 for none
+    int failAlso = 0;      ///< number of a second one
     bool failOn = false;   ///< all steps from there on fail
     std::u16string failed; ///< what was to be done when it failed last
     void Clear() { lines_.clear(); }

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+
 namespace talvix {
 
 namespace {
@@ -35,7 +37,7 @@ void ExpectUnharmed(SweepRig& rig) {
     ASSERT_NO_FATAL_FAILURE(rig.ExpectWorksAsIfNothingHadBeen());
 }
 
-void RunWithFault(const Operation& operation, int failAt, bool failOn) {
+void RunWithFault(const Operation& operation, int failAt, bool failOn, int failAlso = 0) {
     SweepRig rig;
     if (operation.attached) {
         rig.Attach();
@@ -43,12 +45,13 @@ void RunWithFault(const Operation& operation, int failAt, bool failOn) {
     Journal& journal = rig.fakes.journal;
     journal.failAt = failAt;
     journal.failOn = failOn;
+    journal.failAlso = failAlso;
     ASSERT_NO_FATAL_FAILURE(RunOn(rig, operation));
     ASSERT_FALSE(journal.failed.empty());
-    if (!failOn) {
+    if (!failOn && failAlso == 0) { // two faults may hit both tries to switch it on
         ASSERT_TRUE(rig.model->Redraw());
     }
-    journal.failAt = 0;
+    journal.failAt = journal.failAlso = 0;
     ExpectUnharmed(rig);
 }
 
@@ -94,6 +97,26 @@ TEST(FaultSweep, NoFailingCallOutsideHarmsAnything) {
         }
     }
     StateProof("fault sweep, calls", faults, "every call of 17 operations, once and from there on");
+}
+
+TEST(FaultSweep, NoTwoFailingCallsHarmAnything) {
+    const std::size_t pairs = ProofCount("FAULT_PAIRS", 1000, 40000);
+    ProofRandom random(ProofSeed());
+    std::map<const Operation*, int> steps;
+    for (const Operation& operation : Operations()) {
+        steps[&operation] = StepsOf(operation);
+    }
+    for (std::size_t pair = 0; pair < pairs; ++pair) {
+        const Operation& operation = Operations()[static_cast<std::size_t>(
+            random.Below(static_cast<int>(Operations().size())))];
+        const int first = 1 + random.Below(steps[&operation]);
+        const int second = first + 1 + random.Below(steps[&operation]);
+        SCOPED_TRACE(std::string(operation.name) + ", calls " + std::to_string(first) + " and " +
+                     std::to_string(second));
+        ASSERT_NO_FATAL_FAILURE(RunWithFault(operation, first, false, second));
+    }
+    StateProof("fault sweep, pairs", pairs,
+               "of calls that fail in one operation, seed " + std::to_string(ProofSeed()));
 }
 
 TEST(FaultSweep, NoMemoryThatRunsOutHarmsAnything) {

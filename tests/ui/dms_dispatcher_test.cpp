@@ -29,10 +29,11 @@ TEST(DMSDispatcher, ShowsTheDesignedFormImportsOnceAndHidesIt) {
     EXPECT_EQ(form.cancelButton, u"Abbrechen");
     EXPECT_EQ(form.dmsTimer, 100U);
     EXPECT_EQ(form.labelTimer, 333U);
-    EXPECT_EQ(rig.LinesOf({u"show", u"hide", u"pump", u"Managing.WriteGrid", u"a timer"}),
+    EXPECT_EQ(rig.LinesOf({u"show", u"hide", u"pump", u"Managing.WriteGrid"}),
               Lines({u"show Aktulisierung läuft...", u"pump", u"Managing.WriteGridDataToItemBody",
                      u"hide"}));
     EXPECT_EQ(rig.main->strAddingFile(), u"");
+    EXPECT_FALSE(rig.fakes.journal.timersWereLeft);
 }
 
 TEST(DMSDispatcher, TheLabelNamesTheFileAtItsTick) {
