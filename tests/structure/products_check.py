@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Checks the finished products of a folder: what they import is frozen, and they keep to their sizes."""
+"""Checks the finished products of a folder: what they import is frozen, where they lie is not, and they keep to their
+sizes."""
 import re
 import subprocess
 import sys
@@ -32,6 +33,9 @@ for name, expected in FROZEN.items():
     dump = subprocess.run(['objdump', '-p', str(folder / name)], capture_output=True, text=True, check=True).stdout
     imports = {line.lower() for line in re.findall(r'DLL Name: (\S+)', dump)}
     result(f'{name} imports system libraries only', imports == expected, sorted(imports ^ expected))
+    wanted = {'DYNAMIC_BASE', 'NX_COMPAT'} | ({'HIGH_ENTROPY_VA'} if 'pei-x86-64' in dump else set())
+    result(f'{name} lies at random places and runs no data', wanted <= set(dump.split()) and '.reloc' in dump,
+           sorted(wanted - set(dump.split())))
     if name.endswith(('.dll', '.ocx')):
         exports = set(re.findall(r'\[ *\d+\](?: \+base\[ *\d+\])? +(?:[0-9a-f]{4} +)?(Dll\w+)', dump))
         result(f'{name} exports its five entry points by plain name', exports == EXPORTS, sorted(exports))
