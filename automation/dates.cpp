@@ -4,7 +4,6 @@
 
 #include <chrono>
 #include <cmath>
-#include <cstdio>
 
 namespace talvix {
 
@@ -91,10 +90,9 @@ std::u16string IsoText(Date date) {
     if (!time) {
         return {};
     }
-    char text[64];
-    std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", time->year, time->month,
-                  time->day, time->hour, time->minute, time->second);
-    return FromUtf8(text);
+    return PaddedText(time->year, 4) + u"-" + PaddedText(time->month, 2) + u"-" +
+           PaddedText(time->day, 2) + u" " + PaddedText(time->hour, 2) + u":" +
+           PaddedText(time->minute, 2) + u":" + PaddedText(time->second, 2);
 }
 
 std::optional<Date> ReadIsoText(std::u16string_view text) {

@@ -1,5 +1,6 @@
 #include "automation/text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -129,6 +130,20 @@ std::u16string Replace(std::u16string_view text, std::u16string_view what,
 std::u16string DecimalText(long long number) {
     const std::string digits = std::to_string(number);
     return {digits.begin(), digits.end()};
+}
+
+std::u16string PaddedText(int number, std::size_t width) {
+    const std::u16string digits = DecimalText(number);
+    return std::u16string(width - std::min(width, digits.size()), u'0') + digits;
+}
+
+std::u16string HexText(std::uint32_t number) {
+    constexpr std::u16string_view kDigits = u"0123456789ABCDEF";
+    std::u16string text;
+    for (unsigned shift = 32; shift > 0; shift -= 4) {
+        text += kDigits[(number >> (shift - 4)) & 0xFU];
+    }
+    return text;
 }
 
 double LeadingNumber(std::u16string_view text) {

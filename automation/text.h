@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,6 +19,10 @@ std::u16string Replace(std::u16string_view text, std::u16string_view what,
                        std::u16string_view with);
 /// Decimal digits with a sign where negative; never grouped.
 std::u16string DecimalText(long long number);
+/// Decimal digits of a number that is not negative, filled up with zeros to at least `width`.
+std::u16string PaddedText(int number, std::size_t width);
+/// Eight hexadecimal digits in capitals.
+std::u16string HexText(std::uint32_t number);
 /// The number that the text begins with: blanks, a sign, digits and a point are read, what follows
 /// is ignored. 0 when the text begins otherwise.
 double LeadingNumber(std::u16string_view text);

@@ -13,22 +13,57 @@ namespace talvix::bench {
 
 /// Seconds of a steady clock.
 double Now();
-/// Runs two jobs in turn, A-B-A-B, after a warm-up, and prints the median and the range of the
-/// paired ratios A/B.
-void Compare(const char* what, const std::function<double()>& a, const std::function<double()>& b,
-             int pairs);
-/// An object of a class; the manifest of the program or the registration leads to it. Ends the
-/// program when there is none.
+
+/// A row of the table.
+struct Question {
+    std::string id;   ///< what the row's reason, if it needs one, is found by
+    std::string what; ///< "what is measured / what it is measured against"
+    double goal = 0;  ///< the most that the figure may be; 0 for none
+};
+
+/// Runs two jobs in turn, A-B-A-B, after a warm-up of both, and tells the median and the range of
+/// the paired ratios A/B. A job answers its seconds. A series that spreads by more than a quarter
+/// of its median is run once more, and the steadier one counts.
+void Compare(const Question& question, const std::function<double()>& a,
+             const std::function<double()>& b, int pairs = 5);
+/// Tells a figure that is no series.
+void Report(const Question& question, double figure, const std::string& unit);
+/// Two results that are to be the same before a time counts: ends the program when they are not.
+void Require(bool isEqual, const std::string& what);
+
+/// Seconds until the work's result is there; letting go of it is not counted.
+template <typename Work>
+double Timed(Work&& work) {
+    const double start = Now();
+    [[maybe_unused]] const auto result = work();
+    return Now() - start;
+}
+
+/// An object of a registered class. Ends the program when there is none.
 ComPtr<IDispatch> Create(std::u16string_view programId);
 /// Bytes of this process that lie in memory.
 std::size_t ResidentBytes();
 
-int GridBench(const std::string& what);
-int ImportBench(const std::u16string& folder);
-/// The folder holds flach-10000, flach-100000, tief-10000 and tief-100000 with as many files each.
-int LargeImportBench(const std::u16string& folder);
+/// Filling 100,000 x 15 cells and removing a tenth of them.
+int FillBench();
+/// Bytes per row of one of "grid", "vector", "list": a process of its own for each.
+int MemoryBench(const std::string& kind);
 /// Sorting, grouping, painting and finding in windows; needs a display.
 int ViewBench();
+/// Reading a folder in, twice, and removing what came; see MakeImportFolders in tools/bench for
+/// what FOLDER holds.
+int ImportBench(const std::u16string& folder);
+/// The same by a script; SCRIPT is bench/import.vbs.
+int ScriptBench(const std::u16string& folder, const std::u16string& script);
+/// Opening a list of 10,000 documents.
+int InitBench(const std::u16string& folder);
+/// Copies into the project folder and conversions of paths. FOLDER is empty.
 int FolderBench(const std::u16string& folder);
+/// Members called by name.
+int CallBench();
+/// Creation in processes of their own; MINIMAL is the program identifier of the minimal server.
+int CreationBench();
+/// What one of those processes does: prints nothing, answers its microseconds as exit code.
+int CreateOnce(const std::string& what);
 
 } // namespace talvix::bench

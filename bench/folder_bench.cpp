@@ -1,17 +1,12 @@
 // The project folder's work against what the system alone needs for it.
 #include "automation/text.h"
-#include "bench/bench.h"
-#include "core/main.h"
+#include "bench/rigs.h"
 #include "folder/copy_to_project_folder.h"
 #include "folder/unc_conversion.h"
-#include "grid/model/grid_objects.h"
 #include "platform/win32/owned.h"
-#include "platform/win32/trace.h"
 #include "platform/win32/wide.h"
-#include "platform/win32/win32_platform.h"
-#include "workbench/host/host.h"
 
-#include <cstdio>
+#include <tuple>
 
 namespace talvix::bench {
 
@@ -21,30 +16,6 @@ constexpr int kCopies = 30;
 constexpr int kConversions = 1000;
 constexpr int kShares = 100;
 constexpr const wchar_t* kSharesKey = L"SYSTEM\\CurrentControlSet\\Services\\LanmanServer\\Shares";
-
-/// A component attached to a host of ours, in this process.
-struct FolderRig {
-    explicit FolderRig(const std::u16string& folder) {
-        project->folder = folder;
-        host::HostServices services;
-        services.listWritten = [] {};
-        const Late documents(Value(std::make_shared<grid::GridObject>(model)));
-        const Late actions(Value(std::make_shared<grid::GridObject>(
-            std::make_shared<grid::GridModel>(platform.locale))));
-        host = std::make_unique<host::Host>(project, services, documents, actions);
-        const std::vector<Value> six = host->Libraries();
-        main.ReferenceLibraries(six[0], six[1], six[2], six[3], six[4], six[5]);
-        main.InitSGDMS();
-        main.Init();
-    }
-    Win32Platform platform;
-    Win32Trace trace{platform.registry};
-    std::shared_ptr<grid::GridModel> model = std::make_shared<grid::GridModel>(platform.locale);
-    std::shared_ptr<host::Project> project = std::make_shared<host::Project>();
-    std::unique_ptr<host::Host> host;
-    Forms forms{platform.ports, trace};
-    Main main{platform.ports, trace, forms};
-};
 
 void WriteFile(const std::u16string& path) {
     const OwnedFile file(
@@ -59,41 +30,44 @@ void Empty(Files& files, const std::u16string& folder) {
     }
 }
 
+/// The names "Bericht.txt" to "Bericht (N).txt", so many of them.
+void TakeNames(const std::u16string& folder, int taken) {
+    for (int number = 0; number < taken; ++number) {
+        WriteFile(folder + u"\\Bericht" + (number == 0 ? u"" : u" (" + DecimalText(number) + u")") +
+                  u".txt");
+    }
+}
+
 /// Copies under free names against the shell's bare copy; `taken` names are in use before.
-void CompareCopies(FolderRig& rig, const std::u16string& source, const std::u16string& folder,
+void CompareCopies(ComponentRig& rig, const Question& question, const std::u16string& place,
                    int taken) {
+    const std::u16string source = place + u"\\Quelle.txt";
+    const std::u16string folder = place + u"\\Projekt";
+    const std::u16string copied =
+        folder + (taken == 0 ? u"\\Bericht.txt" : u"\\Bericht (" + DecimalText(taken) + u").txt");
     Files& files = rig.platform.files;
-    const auto prepare = [&] {
-        Empty(files, folder);
-        for (int number = 0; number < taken; ++number) {
-            WriteFile(folder + u"\\Bericht" +
-                      (number == 0 ? u"" : u" (" + DecimalText(number) + u")") + u".txt");
-        }
-    };
-    const auto own = [&] {
+    const auto timed = [&](const std::function<void()>& copy) {
         double spent = 0;
-        for (int copy = 0; copy < kCopies; ++copy) {
-            prepare();
+        for (int round = 0; round < kCopies; ++round) {
+            Empty(files, folder);
+            TakeNames(folder, taken);
             const double start = Now();
-            CopyToProjectFolder(rig.main.Attached(),
-                                {source, u"", u"", u"", u"Bericht.txt", Date{1}, Date{1}, u""});
+            copy();
             spent += Now() - start;
+            const auto facts = files.Query(copied);
+            Require(facts && facts->length == 10, question.what);
         }
         return spent;
     };
-    const auto bare = [&] {
-        double spent = 0;
-        for (int copy = 0; copy < kCopies; ++copy) {
-            prepare();
-            const double start = Now();
-            rig.platform.shell.Copy(source, folder + u"\\Bericht (100).txt");
-            spent += Now() - start;
-        }
-        return spent;
-    };
-    const std::string what =
-        "copy into the folder, " + std::to_string(taken) + " names taken / shell copy alone";
-    Compare(what.c_str(), own, bare, 5);
+    Compare(
+        question,
+        [&] {
+            return timed([&] {
+                CopyToProjectFolder(rig.main.Attached(),
+                                    {source, u"", u"", u"", u"Bericht.txt", Date{1}, Date{1}, u""});
+            });
+        },
+        [&] { return timed([&] { rig.platform.shell.Copy(source, copied); }); });
 }
 
 void WriteShares(bool write) {
@@ -136,19 +110,26 @@ double EnumerateBare() {
     return (Now() - start) * 10;
 }
 
-void CompareConversions(FolderRig& rig) {
+void CompareConversions(ComponentRig& rig) {
     WriteShares(true);
-    for (const auto* path : {u"\\\\srv\\daten\\Projekt\\a.doc", u"C:\\Projekt\\a.doc"}) {
-        const auto convert = [&] {
+    for (const auto& [id, path, converted] :
+         {std::tuple("unc-network", u"\\\\srv\\daten\\Projekt\\a.doc",
+                     u"\\\\srv\\daten\\Projekt\\a.doc"),
+          std::tuple("unc-local", u"C:\\Projekt\\a.doc", u"C:\\Projekt\\a.doc")}) {
+        const auto convert = [&, path = path, converted = converted] {
             const double start = Now();
             for (int run = 0; run < kConversions; ++run) {
-                ConvertToUNC(rig.platform.network, rig.platform.locale, rig.trace, path);
+                Require(ConvertToUNC(rig.platform.network, rig.platform.locale, rig.trace, path) ==
+                            converted,
+                        "conversion");
             }
             return Now() - start;
         };
-        const std::string what =
-            "1,000 conversions of " + ToUtf8(path).substr(0, 6) + "... / bare enumeration";
-        Compare(what.c_str(), convert, EnumerateBare, 3);
+        Compare({id,
+                 "1,000 conversions of " + ToUtf8(path).substr(0, 5) +
+                     "… with 100 shares / bare enumeration",
+                 0.05},
+                convert, EnumerateBare);
     }
     WriteShares(false);
 }
@@ -156,15 +137,16 @@ void CompareConversions(FolderRig& rig) {
 } // namespace
 
 int FolderBench(const std::u16string& place) {
-    const std::u16string folder = place + u"\\Projekt";
-    const std::u16string source = place + u"\\Quelle.txt";
-    CreateDirectoryW(Wide(folder), nullptr);
-    WriteFile(source);
-    FolderRig rig(folder);
-    CompareCopies(rig, source, folder, 0);
-    CompareCopies(rig, source, folder, 100);
+    CreateDirectoryW(Wide(place + u"\\Projekt"), nullptr);
+    WriteFile(place + u"\\Quelle.txt");
+    ComponentRig rig(place + u"\\Projekt");
+    rig.main.Init();
+    CompareCopies(rig, {"copy", "copy of a small file into the folder / shell copy alone", 1.3},
+                  place, 0);
+    CompareCopies(rig, {"copy-99", "the same with 99 collisions / shell copy alone", 2.0}, place,
+                  99);
     CompareConversions(rig);
-    Empty(rig.platform.files, folder);
+    Empty(rig.platform.files, place + u"\\Projekt");
     return 0;
 }
 

@@ -1,83 +1,63 @@
-// Reading a folder in and opening a stored list: the time per file for growing numbers of files.
-// FOLDER holds the folders 1000, 4000 and 16000 with as many files each.
+// Reading a folder in: beside the bare walk and filling the same rows, beside a script, a second
+// time with everything listed, and again and again with all rows removed between.
+// FOLDER holds flach-10000, flach-100000, tief-10000 and tief-100000 with as many files each.
 #include "automation/text.h"
-#include "bench/bench.h"
-#include "platform/win32/com/dispatch_object.h"
-#include "platform/win32/files.h"
+#include "bench/rigs.h"
+#include "platform/win32/owned.h"
 #include "platform/win32/shell.h"
-#include "workbench/host/host.h"
+#include "platform/win32/wide.h"
+
+#include <windows.h>
 
 #include <algorithm>
 #include <cstdio>
+#include <psapi.h>
+#include <set>
+#include <unordered_map>
 
 namespace talvix::bench {
 
 namespace {
 
-struct Times {
-    double import = 0;    ///< without the host's writing of the list
-    double writeBack = 0; ///< the host's writing of the list
-    double open = 0;
-    std::size_t rows = 0;
-    double walk = 0; ///< the bare walk through the folders
-    double fill = 0; ///< the same rows filled into an empty grid
+using Documents = std::vector<host::Document>;
+
+struct Shape {
+    const char* name;
+    const char* id;
+    const char16_t* folder;
+    double goal;
 };
+constexpr Shape kShapes[] = {{"nested", "import-nested", u"tief-", 1.4},
+                             {"flat", "import-flat", u"flach-", 1.6}};
 
-void Walk(const std::u16string& folder) {
-    const FolderListing listing = Win32Files().List(folder);
-    for (const std::u16string& name : listing.folders) {
-        Walk(folder + u"\\" + name);
-    }
+double Import(const std::u16string& folder) {
+    return ServerRig(folder).Import();
 }
 
-Times Measure(const std::u16string& folder) {
-    const Late grid(WrapDispatch(Create(u"TalvixGrid.Grid").Get()));
-    const Late actions(WrapDispatch(Create(u"TalvixGrid.Grid").Get()));
-    const Late main(WrapDispatch(Create(u"TalvixDMS.Main").Get()));
-    const auto project = std::make_shared<host::Project>();
-    project->folder = folder;
-    host::HostServices services;
-    services.listWritten = [] {};
-    services.showMessage = [](std::u16string_view, std::u16string_view, std::int32_t) {};
-    services.projectXml = [] { return std::u16string(); };
-    services.userName = u"Erika Muster";
-    host::Host host(project, services, grid, actions);
-    const std::vector<Value> libraries = host.Libraries();
-    main.CallWith(u"ReferenceLibraries", libraries);
-    main.Call(u"InitSGDMS");
-    Times times;
-    double start = Now();
-    main.Call(u"AddFilesFromProjectFolderEvent");
-    times.import = Now() - start;
-    start = Now();
-    Late(libraries[1]).Call(u"WriteGridDataToItemBody");
-    times.import -= Now() - start; // the host's own work
-    times.writeBack = Now() - start;
-    start = Now();
-    main.Call(u"Init");
-    times.open = Now() - start;
-    times.rows = project->documents.size();
-    main.Call(u"DereferenceLibraries");
-    start = Now();
+/// The list that an import leaves behind.
+Documents Imported(const std::u16string& folder) {
+    const ServerRig rig(folder);
+    rig.Import();
+    return rig.project->documents;
+}
+
+double TimedWalk(const std::u16string& folder) {
+    const double start = Now();
     Walk(folder);
-    times.walk = Now() - start;
-    const Late empty(WrapDispatch(Create(u"TalvixGrid.Grid").Get()));
-    for (const auto& [key, value] : project->documents.front()) {
-        empty[u"Columns"].Call(u"Add", key);
+    return Now() - start;
+}
+
+double Fill(const Documents& documents) {
+    const HostRig rig(u"");
+    for (const auto& [key, value] : documents.front()) {
+        rig.grid[u"Columns"].Call(u"Add", key);
     }
-    start = Now();
-    host::LoadRows(empty, project->documents);
-    times.fill = Now() - start;
-    return times;
+    const double start = Now();
+    host::LoadRows(rig.grid, documents);
+    return Now() - start;
 }
 
-std::u16string FirstFile(const std::u16string& folder) {
-    const FolderListing listing = Win32Files().List(folder);
-    return listing.files.empty() ? FirstFile(folder + u"\\" + listing.folders.front())
-                                 : folder + u"\\" + listing.files.front().name;
-}
-
-/// What the shell needs at its first question about a file of the folder.
+/// What the shell needs at its first question in this process.
 double ShellStart(const std::u16string& file) {
     Win32Shell shell;
     const double start = Now();
@@ -86,51 +66,135 @@ double ShellStart(const std::u16string& file) {
     return Now() - start;
 }
 
+void RequireAllListed(const Documents& documents, const std::vector<std::u16string>& files) {
+    std::set<std::u16string> listed;
+    for (const host::Document& document : documents) {
+        listed.insert(*document.at(u"PhysicalStore1").If<std::u16string>());
+    }
+    Require(documents.size() == files.size() &&
+                listed == std::set<std::u16string>(files.begin(), files.end()),
+            "import");
+}
+
+double SecondImport(const std::u16string& folder, const Documents& documents) {
+    const ServerRig rig(folder, documents);
+    const double time = Timed([&] { return rig.main.Call(u"AddFilesFromProjectFolderEvent"); });
+    Require(rig.Rows() == static_cast<std::int32_t>(documents.size()), "second import");
+    return time;
+}
+
+double WalkAndIndex(const std::u16string& folder, const Documents& documents) {
+    const double start = Now();
+    Walk(folder);
+    std::unordered_map<std::u16string, std::size_t> index;
+    for (std::size_t row = 0; row < documents.size(); ++row) {
+        std::u16string key = *documents[row].at(u"PhysicalStore1").If<std::u16string>();
+        CharLowerBuffW(WideBuffer(key), static_cast<DWORD>(key.size()));
+        index.emplace(std::move(key), row);
+    }
+    const double time = Now() - start;
+    Require(index.size() == documents.size(), "index");
+    return time;
+}
+
+void CompareShape(const Shape& shape, const std::u16string& folder, double shellStart) {
+    const std::u16string small = folder + u"\\" + shape.folder + u"10000";
+    const std::u16string large = folder + u"\\" + shape.folder + u"100000";
+    const std::string name(shape.name);
+    const Documents documents = Imported(large);
+    RequireAllListed(documents, FilesOf(large));
+    Compare(
+        {shape.id, "import of 100,000 files, " + name + " / bare walk, fill and one shell start",
+         shape.goal},
+        [&] { return Import(large); },
+        [&] { return TimedWalk(large) + Fill(documents) + shellStart; });
+    Compare(
+        {"second-" + name,
+         "import of 100,000 files, " + name + ", everything listed / bare walk and an index", 1.2},
+        [&] { return SecondImport(large, documents); },
+        [&] { return WalkAndIndex(large, documents); });
+    Compare(
+        {"growth-" + name,
+         "growth of the import from 10,000 to 100,000 files, " + name + " / growth of the walk",
+         1.1},
+        [&] { return Import(large) / Import(small); },
+        [&] { return TimedWalk(large) / TimedWalk(small); });
+}
+
+struct Held {
+    std::size_t handles = 0;
+    std::size_t bytes = 0;
+};
+
+Held HeldNow() {
+    DWORD handles = 0;
+    GetProcessHandleCount(GetCurrentProcess(), &handles);
+    return {handles + GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS) +
+                GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS),
+            ResidentBytes()};
+}
+
+/// What is held after each of three cycles of reading 10,000 files in and removing all of them.
+void ReportCycles(const std::u16string& folder) {
+    ComponentRig rig(folder);
+    Held first;
+    Held last;
+    for (int cycle = 0; cycle < 4; ++cycle) { // the first one warms up
+        rig.main.AddFilesFromProjectFolderEvent();
+        const Value count = rig.grid[u"Rows"].Call(u"Count");
+        Require(count == Value(10000), "cycle");
+        rig.grid[u"Selection"].Call(u"Add", 1, count);
+        rig.grid.Set(u"CurrentRow", 1);
+        rig.main.DeleteDMSItem();
+        Require(rig.grid[u"Rows"].Call(u"Count") == Value(0), "cycle");
+        last = HeldNow();
+        first = cycle == 1 ? last : first;
+    }
+    Report({"cycles-handles", "handles more after three cycles of import and removal of 10,000", 0},
+           static_cast<double>(last.handles) - static_cast<double>(first.handles), "handles");
+    Report({"cycles-memory", "memory after the third of these cycles / after the first", 1.03},
+           static_cast<double>(last.bytes) / static_cast<double>(first.bytes), "times");
+}
+
+double RunScript(const std::u16string& script, const std::u16string& folder, std::size_t rows) {
+    std::u16string command = u"cscript.exe //nologo \"" + script + u"\" \"" + folder + u"\"";
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process{};
+    const double start = Now();
+    const bool isStarted = CreateProcessW(nullptr, WideBuffer(command), nullptr, nullptr, FALSE, 0,
+                                          nullptr, nullptr, &startup, &process) != FALSE;
+    Require(isStarted, "starting the script");
+    WaitForSingleObject(process.hProcess, INFINITE);
+    const double time = Now() - start;
+    DWORD code = 0;
+    GetExitCodeProcess(process.hProcess, &code);
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+    Require(code == rows, "the script's import");
+    return time;
+}
+
 } // namespace
 
 int ImportBench(const std::u16string& folder) {
-    double importOfFirst = 0;
-    double openOfFirst = 0;
-    for (const int count : {1000, 4000, 16000}) {
-        const std::u16string path = folder + u"\\" + DecimalText(count);
-        Measure(path);
-        const Times times = Measure(path);
-        if (times.rows != static_cast<std::size_t>(count)) {
-            std::printf("%zu rows instead of %d\n", times.rows, count);
-            return 1;
-        }
-        const double import = times.import / count;
-        const double open = times.open / count;
-        importOfFirst = importOfFirst == 0 ? import : importOfFirst;
-        openOfFirst = openOfFirst == 0 ? open : openOfFirst;
-        std::printf(
-            "%6d files: import %6.1f us per file (%.2fx), opening %6.1f us per row (%.2fx)\n",
-            count, import * 1e6, import / importOfFirst, open * 1e6, open / openOfFirst);
+    const double shellStart = ShellStart(FilesOf(folder + u"\\flach-10000").front());
+    for (const Shape& shape : kShapes) {
+        CompareShape(shape, folder, shellStart);
     }
+    ReportCycles(folder + u"\\flach-10000");
     return 0;
 }
 
-int LargeImportBench(const std::u16string& folder) {
-    for (const auto* shape : {u"flach", u"tief"}) {
-        double shell = 0;
-        double walkOfFirst = 0;
-        double importOfFirst = 0;
-        for (const int count : {10000, 100000}) {
-            const std::u16string path = folder + u"\\" + shape + u"-" + DecimalText(count);
-            shell = std::max(shell, ShellStart(FirstFile(path)));
-            Measure(path); // warm-up
-            const Times times = Measure(path);
-            const double base = times.walk + times.fill + shell;
-            walkOfFirst = walkOfFirst == 0 ? times.walk : walkOfFirst;
-            importOfFirst = importOfFirst == 0 ? times.import : importOfFirst;
-            std::printf("%s %6zu files: import %.2f s, walk %.2f s, fill %.2f s, shell %.2f s "
-                        "(write-back %.2f s): "
-                        "%.2fx; growth %.1fx, of the walk %.1fx\n",
-                        ToUtf8(shape).c_str(), times.rows, times.import, times.walk, times.fill,
-                        shell, times.writeBack, times.import / base, times.import / importOfFirst,
-                        times.walk / walkOfFirst);
-            std::fflush(stdout);
-        }
+int ScriptBench(const std::u16string& folder, const std::u16string& script) {
+    for (const Shape& shape : kShapes) {
+        const std::u16string large = folder + u"\\" + shape.folder + u"100000";
+        Compare(
+            {"script-" + std::string(shape.name),
+             "import of 100,000 files, " + std::string(shape.name) +
+                 " / a script with FileSystemObject and Dictionary",
+             0.4},
+            [&] { return Import(large); }, [&] { return RunScript(script, large, 100000); });
     }
     return 0;
 }

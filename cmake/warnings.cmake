@@ -30,8 +30,10 @@ if(WIN32)
         _WIN32_WINNT=0x0501 WINVER=0x0501 _WIN32_IE=0x0600 STRICT)
     target_compile_options(talvix_flags INTERFACE
         -Wno-non-virtual-dtor     # COM interfaces have no destructor by contract
-        -ffunction-sections -fdata-sections)
-    target_link_options(talvix_flags INTERFACE -static)
+        -ffunction-sections -fdata-sections
+        # Functions with buffers are guarded, as by the platform's own compiler (/GS).
+        -fstack-protector --param=ssp-buffer-size=4)
+    target_link_options(talvix_flags INTERFACE -static -fstack-protector)
 endif()
 
 # Test programs: quick to build; what a test asserts is no guarantee to the compiler.

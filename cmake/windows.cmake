@@ -14,6 +14,15 @@ endif()
 
 # Dialogs and commands wait for people: they are built for size.
 target_compile_options(talvix_component PRIVATE -Os)
+# So are the windows of the adapters, and what the grid does once per hand of a user.
+set(for_size platform/win32/dialogs.cpp platform/win32/item_window.cpp platform/win32/dialog_template.cpp
+    platform/win32/drop_target.cpp platform/win32/popup_menu.cpp platform/win32/progress_window.cpp
+    platform/win32/shell_browser.cpp platform/win32/com/registration.cpp platform/win32/com/event_connection.cpp
+    platform/win32/com/server_exports.cpp
+    grid/model/grid_members.cpp grid/model/group_members.cpp grid/model/column_members.cpp grid/model/saved_layout.cpp
+    grid/model/dropped_object.cpp grid/model/gestures.cpp grid/model/grid_model.cpp grid/model/layout.cpp
+    grid/model/row_selection.cpp)
+set_source_files_properties(${for_size} PROPERTIES COMPILE_OPTIONS -Os)
 
 file(GLOB win32_sources CONFIGURE_DEPENDS platform/win32/*.cpp platform/win32/com/*.cpp)
 talvix_library(talvix_win32 ${win32_sources})
@@ -63,7 +72,7 @@ function(talvix_server target file folder idl)
     set(rc ${CMAKE_SOURCE_DIR}/${folder}/${base}.rc)
     set_property(SOURCE ${rc} APPEND PROPERTY OBJECT_DEPENDS ${tlb})
     file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp)
-    add_library(${target} SHARED ${sources} platform/win32/dll/exports.cpp ${rc} ${CMAKE_SOURCE_DIR}/${folder}/${base}.def)
+    add_library(${target} SHARED ${sources} platform/win32/dll/exports.cpp platform/win32/dll/terminate.cpp ${rc} ${CMAKE_SOURCE_DIR}/${folder}/${base}.def)
     set_source_files_properties(${rc} PROPERTIES COMPILE_OPTIONS "-I${generated};-I${CMAKE_SOURCE_DIR}")
     target_include_directories(${target} PRIVATE ${generated})
     get_filename_component(name ${file} NAME_WE)

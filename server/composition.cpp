@@ -2,6 +2,7 @@
 
 #include "core/main.h"
 #include "platform/win32/com/late_dispatch.h"
+#include "platform/win32/critical_section.h"
 #include "server/main_object.h"
 
 #include <map>
@@ -23,9 +24,9 @@ struct ComposedMain {
 } // namespace
 
 std::shared_ptr<Composition> Composition::OfThisThread() {
-    static std::mutex guard;
+    static CriticalSection guard;
     static std::map<DWORD, std::weak_ptr<Composition>> compositions;
-    const std::scoped_lock lock(guard);
+    const std::lock_guard lock(guard);
     std::erase_if(compositions, [](const auto& entry) { return entry.second.expired(); });
     std::weak_ptr<Composition>& own = compositions[GetCurrentThreadId()];
     std::shared_ptr<Composition> composition = own.lock();

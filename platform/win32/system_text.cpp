@@ -1,8 +1,7 @@
 #include "platform/win32/system_text.h"
 
+#include "automation/text.h"
 #include "platform/win32/wide.h"
-
-#include <cstdio>
 
 namespace talvix {
 
@@ -19,9 +18,7 @@ std::u16string SystemText(DWORD error) {
         text.resize(length);
         return text;
     }
-    char number[32];
-    std::snprintf(number, sizeof number, "0x%08lX", static_cast<unsigned long>(error));
-    return u"Error " + std::u16string(number, number + 10);
+    return u"Error 0x" + HexText(error);
 }
 
 } // namespace talvix

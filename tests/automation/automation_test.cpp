@@ -47,9 +47,21 @@ TEST(Text, LeadingNumberReadsWhatItCan) {
     EXPECT_EQ(LeadingNumber(u"12ab"), 12);
 }
 
+TEST(Text, NumbersAreFilledUpAndSpelled) {
+    EXPECT_EQ(PaddedText(7, 2), u"07");
+    EXPECT_EQ(PaddedText(0, 4), u"0000");
+    EXPECT_EQ(PaddedText(12345, 4), u"12345");
+    EXPECT_EQ(HexText(0x0012ABCDU), u"0012ABCD");
+    EXPECT_EQ(HexText(0xFFFFFFFFU), u"FFFFFFFF");
+}
+
 TEST(Text, Utf8GoesBothWaysAndMendsWhatIsBroken) {
     const std::u16string text = u"Größe € \U0001F600";
     EXPECT_EQ(FromUtf8(ToUtf8(text)), text);
+    const std::u16string edges = u"\u007F\u0080\u07FF\u0800\uFFFD\U00010000\U0010FFFF";
+    EXPECT_EQ(ToUtf8(edges),
+              "\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBD\xF0\x90\x80\x80\xF4\x8F\xBF\xBF");
+    EXPECT_EQ(FromUtf8(ToUtf8(edges)), edges);
     EXPECT_EQ(FromUtf8("a\xFF"), u"a\uFFFD");
     EXPECT_EQ(FromUtf8("\xE2\x82"), u"\uFFFD\uFFFD");
     EXPECT_EQ(FromUtf8("\xC0\x80"), u"\uFFFD\uFFFD");

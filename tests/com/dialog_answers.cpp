@@ -29,14 +29,14 @@ DialogAnswers::DialogAnswers(int button)
 
 DialogAnswers::~DialogAnswers() {
     {
-        const std::scoped_lock lock(guard_);
+        const std::lock_guard lock(guard_);
         ends_ = true;
     }
-    watcher_.join();
+    watcher_.Join();
 }
 
 void DialogAnswers::Answer(std::u16string_view title, Step step) {
-    const std::scoped_lock lock(guard_);
+    const std::lock_guard lock(guard_);
     steps_[std::u16string(title)].push_back(std::move(step));
 }
 
@@ -46,7 +46,7 @@ DialogAnswers::Step DialogAnswers::Press(int button) {
 }
 
 std::vector<std::u16string> DialogAnswers::Seen() const {
-    const std::scoped_lock lock(guard_);
+    const std::lock_guard lock(guard_);
     return seen_;
 }
 
@@ -62,7 +62,7 @@ std::u16string DialogAnswers::TextOfWindow(HWND window) {
 void DialogAnswers::Watch() {
     for (;;) {
         {
-            const std::scoped_lock lock(guard_);
+            const std::lock_guard lock(guard_);
             if (ends_) {
                 return;
             }
@@ -87,7 +87,7 @@ void DialogAnswers::Handle(HWND dialog) {
     const std::u16string text = TextOfWindow(GetDlgItem(dialog, kMessageText));
     Step step = otherwise_;
     {
-        const std::scoped_lock lock(guard_);
+        const std::lock_guard lock(guard_);
         seen_.push_back(title + u"|" + text);
         std::vector<Step>& ready = steps_[title];
         if (!ready.empty()) {

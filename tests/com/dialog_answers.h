@@ -1,5 +1,8 @@
 #pragma once
 
+#include "platform/win32/critical_section.h"
+#include "tests/com/thread.h"
+
 #include <windows.h>
 
 #include <functional>
@@ -7,7 +10,6 @@
 #include <mutex>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <vector>
 
 namespace talvix {
@@ -37,13 +39,13 @@ private:
     void Watch();
     void Handle(HWND dialog);
 
-    mutable std::mutex guard_;
+    mutable CriticalSection guard_;
     std::map<std::u16string, std::vector<Step>> steps_;
     std::vector<std::u16string> seen_;
     std::vector<HWND> handled_;
     Step otherwise_;
     bool ends_ = false;
-    std::thread watcher_;
+    Thread watcher_;
 };
 
 } // namespace talvix

@@ -86,7 +86,7 @@ TEST(ComponentDocuments, ABlankPathIsToldAndTheDialogStays) {
     });
     rig.answers.Answer(u"Eingabe erforderlich", IDOK);
     std::atomic<bool> isTold = false;
-    std::thread message([&] {
+    Thread message([&] {
         for (int wait = 0; wait < 100; ++wait) {
             if (HWND box = FindWindowW(L"#32770", L"Eingabe erforderlich")) {
                 isTold = true;
@@ -97,7 +97,7 @@ TEST(ComponentDocuments, ABlankPathIsToldAndTheDialogStays) {
         }
     });
     rig.main.Call(u"btnNewDocument_Click");
-    message.join();
+    message.Join();
     EXPECT_TRUE(isTold);
     for (const std::u16string& seen : rig.answers.Seen()) {
         EXPECT_FALSE(seen.starts_with(u"Dateifehler"));

@@ -6,6 +6,7 @@
 #include "platform/win32/owned.h"
 #include "platform/win32/wide.h"
 #include "tests/com/com_host.h"
+#include "tests/com/thread.h"
 #include "workbench/program/print_list.h"
 #include "workbench/program/project_file.h"
 #include "workbench/program/project_place.h"
@@ -13,7 +14,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <thread>
 
 namespace talvix::workbench {
 
@@ -100,12 +100,12 @@ TEST(ProjectPlace, SavingWaitsForSomebodyWhoReads) {
     place.Save(Named(u"eins"));
     const HANDLE reader =
         CreateFileW(Wide(path), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-    std::thread reading([&] {
+    Thread reading([&] {
         Sleep(300);
         CloseHandle(reader);
     });
     EXPECT_EQ(FailureOf([&] { place.Save(Named(u"zwei")); }), u"(nothing)");
-    reading.join();
+    reading.Join();
     EXPECT_EQ(ReadProject(path).name, u"zwei");
 }
 

@@ -1,5 +1,6 @@
 // window_text TITLE [press]: writes the texts of a message box of that title, or presses its first
-// button. Exit code 1 when there is no such box.
+// button. Exit code 1 when there is no such box. window_text CLASS answers: exit code 0 when every
+// window of that class answers within ten seconds.
 #include "automation/text.h"
 #include "platform/win32/wide.h"
 
@@ -30,9 +31,26 @@ std::u16string TextOfWindow(HWND window) {
     return text;
 }
 
+/// False when a window of the class does not answer, or there is none.
+bool AllAnswer(const wchar_t* windowClass) {
+    HWND window = nullptr;
+    bool answers = false;
+    while ((window = FindWindowExW(nullptr, window, windowClass, nullptr)) != nullptr) {
+        DWORD_PTR result = 0;
+        if (SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, 10000, &result) == 0) {
+            return false;
+        }
+        answers = true;
+    }
+    return answers;
+}
+
 } // namespace
 
 int wmain(int count, wchar_t** arguments) {
+    if (count > 2 && std::wstring_view(arguments[2]) == L"answers") {
+        return AllAnswer(arguments[1]) ? 0 : 1;
+    }
     const HWND box = count > 1 ? FindBox(arguments[1]) : nullptr;
     if (box == nullptr) {
         return 1;

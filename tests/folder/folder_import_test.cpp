@@ -163,4 +163,28 @@ TEST(FolderImport, TheSizeOfALinkIsThatOfItsFile) {
     EXPECT_EQ(rig.Cell(1, u"ItemSize"), Value(u"5 KB"));
 }
 
+TEST(FolderImport, OneClassIsAskedForOnceAndProgramsEachForThemselves) {
+    ImportRig rig;
+    for (const auto* name : {u"a.txt", u"b.txt", u"c.TXT", u"d.exe", u"e.exe"}) {
+        rig.fakes.files.MakeFile(std::u16string(u"P:\\Proj\\") + name, 1);
+    }
+    rig.fakes.journal.Clear();
+    rig.main->AddFilesFromProjectFolderEvent();
+    EXPECT_EQ(rig.RowCount(), 5);
+    EXPECT_EQ(rig.fakes.journal.Count(u"icon P:\\Proj\\a.txt"), 1U);
+    EXPECT_EQ(rig.fakes.journal.Count(u"icon P:\\Proj\\b.txt"), 0U);
+    EXPECT_EQ(rig.fakes.journal.Count(u"icon P:\\Proj\\c.TXT"), 0U);
+    EXPECT_EQ(rig.fakes.journal.Count(u"icon P:\\Proj\\d.exe"), 1U);
+    EXPECT_EQ(rig.fakes.journal.Count(u"icon P:\\Proj\\e.exe"), 1U);
+    EXPECT_EQ(rig.fakes.journal.Count(u"type P:\\Proj\\b.txt"), 0U);
+}
+
+TEST(FolderImport, WhatTheFolderToldOfAFileIsNotAskedAgain) {
+    ImportRig rig;
+    rig.fakes.files.MakeFile(u"P:\\Proj\\a.txt", 1);
+    rig.fakes.journal.Clear();
+    rig.main->AddFilesFromProjectFolderEvent();
+    EXPECT_EQ(rig.fakes.journal.Count(u"query P:\\Proj\\a.txt"), 0U);
+}
+
 } // namespace talvix

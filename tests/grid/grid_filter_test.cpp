@@ -186,4 +186,14 @@ TEST(GridLayout, WidthsFitTextsOnceThereIsAWindow) {
               u"A column can be fitted to its texts once the grid has a window");
 }
 
+TEST(GridFilter, LooksAtWhatColumnsHoldNow) {
+    FilterRig rig;
+    rig.grid.Set(u"Filter", u"31");
+    EXPECT_EQ(rig.Shown(), u"3-3 ");
+    rig.grid(u"Columns", u"Number").Set(u"Hidden", true);
+    EXPECT_EQ(rig.grid.Call(u"FilterCount"), Value(0));
+    rig.grid(u"Columns", u"Number").Set(u"Hidden", false);
+    EXPECT_EQ(rig.grid.Call(u"FilterCount"), Value(1));
+}
+
 } // namespace talvix::grid

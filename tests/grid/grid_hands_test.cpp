@@ -457,4 +457,23 @@ TEST(RowsAsText, RandomRowsComeBackAsTheyWere) {
     }
 }
 
+TEST(Gestures, TypingFindsNothingWhereNoColumnHoldsTexts) {
+    HandsRig rig;
+    for (const std::size_t column : {0U, 1U}) {
+        rig.model.columns.At(column).dataType = DataType::Long;
+    }
+    rig.gestures.TypeText(u"b");
+    EXPECT_EQ(rig.Current(), 0);
+}
+
+TEST(ColumnSet, EveryKeyIsFoundAmongMany) {
+    HandsRig rig;
+    for (int number = 0; number < 200; ++number) {
+        rig.model.AddColumn(u"Spalte" + DecimalText(number));
+        for (std::size_t index = 0; index < rig.model.columns.Count(); ++index) {
+            EXPECT_EQ(rig.model.columns.IndexOf(rig.model.columns.At(index).key), index);
+        }
+    }
+}
+
 } // namespace talvix::grid

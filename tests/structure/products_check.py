@@ -17,7 +17,7 @@ FROZEN = {
 }
 EXPORTS = {'DllCanUnloadNow', 'DllGetClassObject', 'DllInstall', 'DllRegisterServer', 'DllUnregisterServer'}
 # In KB. 32-bit programs carry their tables for exceptions in a longer form.
-LARGEST = {'pei-x86-64': 700, 'pei-i386': 800}
+LARGEST = {'pei-x86-64': 600, 'pei-i386': 700}
 
 folder = Path(sys.argv[1])
 failed = 0
@@ -36,6 +36,8 @@ for name, expected in FROZEN.items():
     wanted = {'DYNAMIC_BASE', 'NX_COMPAT'} | ({'HIGH_ENTROPY_VA'} if 'pei-x86-64' in dump else set())
     result(f'{name} lies at random places and runs no data', wanted <= set(dump.split()) and '.reloc' in dump,
            sorted(wanted - set(dump.split())))
+    symbols = subprocess.run(['nm', str(folder / (name + '.debug'))], capture_output=True, text=True, check=True).stdout
+    result(f'{name} guards its stack', '__stack_chk_fail' in symbols, 'no guard is called')
     if name.endswith(('.dll', '.ocx')):
         exports = set(re.findall(r'\[ *\d+\](?: \+base\[ *\d+\])? +(?:[0-9a-f]{4} +)?(Dll\w+)', dump))
         result(f'{name} exports its five entry points by plain name', exports == EXPORTS, sorted(exports))

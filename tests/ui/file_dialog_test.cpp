@@ -131,4 +131,16 @@ TEST(FileDialog, SavingAfterOpeningAsksBeforeItReplaces) {
     EXPECT_EQ(rig.fakes.dialogs.lastChooser->title, u"Datei speichern unter");
 }
 
+TEST(FileDialog, AFolderLeavesNoFilesOfAnEarlierChoice) {
+    FileRig rig;
+    rig.dialog.MultiSelect = true;
+    rig.fakes.dialogs.chosenFiles = {u"C:\\Ordner\0a.txt\0b.txt\0\0"s};
+    rig.fakes.dialogs.chosenFolders = {u"C:\\Wahl"};
+    rig.dialog.ShowOpen();
+    EXPECT_EQ(rig.dialog.FileCount(), 2);
+    rig.dialog.ShowFolder();
+    EXPECT_EQ(rig.dialog.FileCount(), 1);
+    EXPECT_EQ(rig.dialog.GetNextFile(), u"");
+}
+
 } // namespace talvix

@@ -13,6 +13,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iterator>
+#include <tuple>
 
 namespace talvix::host {
 
@@ -90,6 +92,7 @@ TEST(Host, AStoredListComesBackAsItWas) {
                                {u"fremd", u"bleibt weg"}}};
     Main main(rig.fakes.ports, rig.fakes.trace, rig.forms);
     rig.Attach(main);
+    EXPECT_EQ(rig.documents.Call(u"Redraw"), Value(true));
     const std::vector<Document> read = ReadRows(rig.documents);
     ASSERT_EQ(read.size(), 1U);
     EXPECT_EQ(read[0].at(u"CreationDate"), Value(Date{38000.5}));
@@ -127,6 +130,18 @@ TEST(Host, FillsTheActionsGridAnew) {
         EXPECT_EQ(rig.actions[u"Rows"].Call(u"Count"), Value(2));
     }
     EXPECT_EQ(rig.actions(u"Rows", 2).Call(u"Text", u"description"), Value(u"Übergabe"));
+    EXPECT_EQ(rig.actions(u"Rows", 2).Call(u"Value", u"startdate"), Value(Date{38001}));
+    EXPECT_EQ(rig.actions(u"Rows", 2).Call(u"Value", u"id"), Value(2));
+    const std::tuple<const char16_t*, const char16_t*, std::int32_t, std::int32_t> columns[] = {
+        {u"id", u"Nr.", 3, 40},
+        {u"startdate", u"Beginn", 7, 90},
+        {u"description", u"Beschreibung", 8, 300}};
+    for (const auto& [key, caption, type, width] : columns) {
+        const Late column = rig.actions(u"Columns", key);
+        EXPECT_EQ(column.Call(u"Caption"), Value(caption));
+        EXPECT_EQ(column.Call(u"DataType"), Value(type));
+        EXPECT_EQ(column.Call(u"Width"), Value(width));
+    }
 }
 
 TEST(ListExport, CsvQuotesAndDisarmsFields) {
@@ -164,6 +179,10 @@ TEST(Host, TheExportLibraryHandsTheListOn) {
 TEST(ListExport, ThePrintedListHasTheColumnsThatFitOnAPage) {
     const FakeCulture culture;
     const std::vector<PrintColumn> columns = PrintColumns();
+    std::vector<int> shares;
+    std::transform(columns.begin(), columns.end(), std::back_inserter(shares),
+                   [](const PrintColumn& column) { return column.share; });
+    EXPECT_EQ(shares, (std::vector<int>{5, 22, 8, 14, 12, 12, 10, 18, 14}));
     for (const PrintColumn& column : columns) {
         EXPECT_FALSE(column.caption.empty());
         EXPECT_GT(column.share, 0);

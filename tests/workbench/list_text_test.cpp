@@ -61,4 +61,13 @@ TEST(ImportReport, TellsWhatBecameOfEveryFile) {
     EXPECT_EQ(ImportSummary(ImportReport()), u"0 aufgenommen, 0 schon in der Liste");
 }
 
+TEST(ListText, APairMayEndAText) {
+    Project project;
+    project.name = u"\xD83D\xDE00";
+    project.company = u"a\xD83D";
+    const std::u16string json = ListAsJson(project);
+    EXPECT_NE(json.find(u"\"name\": \"\xD83D\xDE00\","), std::u16string::npos);
+    EXPECT_NE(json.find(u"\"company\": \"a\\ud83d\","), std::u16string::npos);
+}
+
 } // namespace talvix::host

@@ -109,6 +109,16 @@ TEST(ReadMailDate, KnowsZonesAndRefusesWhatIsNoDate) {
     EXPECT_EQ(ReadMailDate("1 Mar 2024 00:00 -0230"), 1709260200);
     EXPECT_FALSE(ReadMailDate("32 Jan 2024 00:00:00 +0000"));
     EXPECT_FALSE(ReadMailDate(""));
+    for (const char* good :
+         {"1 Jan 1900 00:00:00 +0000", "31 Dec 9999 23:59:60 +0000", "1 Jan 2024 00:00 +0000"}) {
+        EXPECT_TRUE(ReadMailDate(good)) << good;
+    }
+    for (const char* bad :
+         {"0 Jan 2024 00:00:00 +0000", "1 Jan 1899 00:00:00 +0000", "1 Jan 10000 00:00:00 +0000",
+          "1 Jan 2024 24:00:00 +0000", "1 Jan 2024 00:60:00 +0000", "1 Jan 2024 00:00:61 +0000",
+          "1 Foo 2024 00:00:00 +0000"}) {
+        EXPECT_FALSE(ReadMailDate(bad)) << bad;
+    }
 }
 
 TEST(MailItem, SavesItselfAndItsAttachmentsAndDiscardsDeletions) {

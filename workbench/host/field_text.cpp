@@ -43,9 +43,7 @@ std::u16string EscapeText(std::u16string_view text) {
             escaped += text[at];
             continue;
         }
-        char code[8];
-        std::snprintf(code, sizeof code, "\\u%04X", static_cast<unsigned>(text[at]));
-        escaped += text[at] == u'\\' ? u"\\\\" : FromUtf8(code);
+        escaped += text[at] == u'\\' ? u"\\\\" : u"\\u" + HexText(text[at]).substr(4);
     }
     return escaped;
 }

@@ -27,15 +27,6 @@ void AppendNumber(std::string& bytes, std::uint64_t number, int count) {
     }
 }
 
-std::u16string Hex(std::uint32_t number) {
-    constexpr std::u16string_view kDigits = u"0123456789ABCDEF";
-    std::u16string text;
-    for (unsigned shift = 32; shift > 0; shift -= 4) {
-        text += kDigits[(number >> (shift - 4)) & 0xFU];
-    }
-    return text;
-}
-
 /// A storage with its table of properties.
 class PropertyStorage {
 public:
@@ -82,7 +73,7 @@ private:
     /// The length in the table counts a text's closing NUL, which the stream does not hold.
     void Stream(std::uint32_t tag, std::string bytes, std::size_t closing) {
         Entry(tag, bytes.size() + closing);
-        storage_.streams.emplace_back(u"__substg1.0_" + Hex(tag), std::move(bytes));
+        storage_.streams.emplace_back(u"__substg1.0_" + HexText(tag), std::move(bytes));
     }
 
     std::string table_;
@@ -175,7 +166,7 @@ void AddRecipients(PropertyStorage& message, const Mail& mail) {
     std::uint32_t number = 0;
     for (const auto& [list, kind] : {std::pair(&mail.to, 1), std::pair(&mail.cc, 2)}) {
         for (const MailAddress& each : *list) {
-            message.Add(u"__recip_version1.0_#" + Hex(number), Recipient(each, kind, number));
+            message.Add(u"__recip_version1.0_#" + HexText(number), Recipient(each, kind, number));
             ++number;
         }
     }
@@ -192,7 +183,7 @@ MessageStorage ToMessageStorage(const Mail& mail) {
     AddRecipients(message, mail);
     std::uint32_t number = 0;
     for (const MailAttachment& each : mail.attachments) {
-        message.Add(u"__attach_version1.0_#" + Hex(number), Attachment(each, number));
+        message.Add(u"__attach_version1.0_#" + HexText(number), Attachment(each, number));
         ++number;
     }
     // The table of named properties has to be there, empty as it is.

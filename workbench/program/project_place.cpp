@@ -28,15 +28,10 @@ std::u16string StemOf(std::u16string_view path) {
     return std::u16string(name.substr(0, name.rfind(u'.')));
 }
 
-std::u16string TwoDigits(int number) {
-    const std::u16string text = DecimalText(number);
-    return text.size() < 2 ? u"0" + text : text;
-}
-
 std::u16string StampOf(const SYSTEMTIME& time) {
-    return DecimalText(time.wYear) + u"-" + TwoDigits(time.wMonth) + u"-" + TwoDigits(time.wDay) +
-           u" " + TwoDigits(time.wHour) + u"-" + TwoDigits(time.wMinute) + u"-" +
-           TwoDigits(time.wSecond);
+    return DecimalText(time.wYear) + u"-" + PaddedText(time.wMonth, 2) + u"-" +
+           PaddedText(time.wDay, 2) + u" " + PaddedText(time.wHour, 2) + u"-" +
+           PaddedText(time.wMinute, 2) + u"-" + PaddedText(time.wSecond, 2);
 }
 
 SYSTEMTIME LocalTimeOf(const FILETIME& written) {
