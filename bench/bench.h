@@ -53,6 +53,8 @@ int ViewBench();
 /// Reading a folder in, twice, and removing what came; see MakeImportFolders in tools/bench for
 /// what FOLDER holds.
 int ImportBench(const std::u16string& folder);
+/// One folder read in five times, for a profiler to watch.
+int ImportAgain(const std::u16string& folder);
 /// The same by a script; SCRIPT is bench/import.vbs.
 int ScriptBench(const std::u16string& folder, const std::u16string& script);
 /// Opening a list of 10,000 documents.

@@ -14,7 +14,7 @@ namespace {
 using Documents = std::vector<host::Document>;
 
 std::u16string PathOf(const host::Document& document) {
-    return *document.at(u"PhysicalStore1").If<std::u16string>();
+    return std::get<std::u16string>(document.at(u"PhysicalStore1").Content());
 }
 
 Documents Imported(const std::u16string& folder) {

@@ -24,6 +24,9 @@ int Run(const std::string& part, const std::string& first, const std::string& se
     if (part == "import") {
         return ImportBench(talvix::FromUtf8(first));
     }
+    if (part == "again") {
+        return ImportAgain(talvix::FromUtf8(first));
+    }
     if (part == "script") {
         return ScriptBench(talvix::FromUtf8(first), talvix::FromUtf8(second));
     }
@@ -42,9 +45,9 @@ int Run(const std::string& part, const std::string& first, const std::string& se
     if (part == "once") {
         return CreateOnce(first);
     }
-    std::printf(
-        "talvix_bench fill | memory KIND | view | import FOLDER | script FOLDER SCRIPT | init "
-        "FOLDER | folder FOLDER | call | creation\n");
+    std::printf("talvix_bench fill | memory KIND | view | import FOLDER | again FOLDER | script "
+                "FOLDER SCRIPT | init "
+                "FOLDER | folder FOLDER | call | creation\n");
     return 2;
 }
 

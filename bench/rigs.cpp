@@ -51,7 +51,7 @@ ServerRig::ServerRig(const std::u16string& folder, std::vector<host::Document> d
 
 std::int32_t ServerRig::Rows() const {
     const Value count = grid[u"Rows"].Call(u"Count");
-    return *count.If<std::int32_t>();
+    return std::get<std::int32_t>(count.Content());
 }
 
 double ServerRig::Import() const {

@@ -80,7 +80,7 @@ std::vector<Value> GridInWindow::Column(int column) const {
     std::vector<Value> cells;
     const Late all = grid[u"Rows"];
     const Value counted = all.Call(u"Count");
-    const std::int32_t count = *counted.If<std::int32_t>();
+    const std::int32_t count = std::get<std::int32_t>(counted.Content());
     for (std::int32_t number = 1; number <= count; ++number) {
         const Late row = all(u"Item", number);
         if (row.Call(u"IsGroup") == Value(false)) {

@@ -148,7 +148,8 @@ void RequireSameOrder(const GridInWindow& grid, const ListInWindow& list) {
     const std::vector<const Row*> byDate = list.Order();
     Require(subjects.size() == byText.size() && dates.size() == byDate.size(), "sorting");
     for (std::size_t at = 0; at < subjects.size(); ++at) {
-        Require(CompareTexts(*subjects[at].If<std::u16string>(), byText[at]->cells[kSubject]) == 0,
+        Require(CompareTexts(std::get<std::u16string>(subjects[at].Content()),
+                             byText[at]->cells[kSubject]) == 0,
                 "text sort");
         Require(dates[at] == Value(Date{byDate[at]->date}), "date sort");
     }

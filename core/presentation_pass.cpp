@@ -51,9 +51,18 @@ std::optional<FileFacts> PresentationPass::Query(std::u16string_view path) {
     if (known != rootAnswers_.end() && !known->second) {
         return std::nullopt;
     }
+    if (const auto told = listed_.Ask(path)) {
+        return told->facts;
+    }
     auto facts = platform_.files.Query(path);
     if (!facts && !root.empty() && known == rootAnswers_.end()) {
         rootAnswers_[root] = platform_.files.Query(NetworkRoot(path)).has_value();
+        if (!rootAnswers_[root]) {
+            return facts;
+        }
+    }
+    if (!facts) {
+        listed_.NoteMissing(path);
     }
     return facts;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "automation/trace.h"
+#include "core/listed_folders.h"
 #include "platform/platform.h"
 
 #include <map>
@@ -13,7 +14,8 @@ namespace talvix {
 /// name per class of file, and network roots that do not answer.
 class PresentationPass {
 public:
-    PresentationPass(Platform& platform, Trace& trace) : platform_(platform), trace_(trace) {}
+    PresentationPass(Platform& platform, Trace& trace)
+        : platform_(platform), trace_(trace), listed_(platform.files) {}
 
     bool FileIconsDisabled();
     /// The file's existence and length; nothing for a missing file, and for every path below a
@@ -42,6 +44,7 @@ private:
     /// The same by the extension as it is written, which is found without upper-casing it.
     std::map<std::u16string, FileClass*, std::less<>> spellings_;
     std::map<std::u16string, bool> rootAnswers_;
+    ListedFolders listed_;
     std::u16string expectedPath_;
     std::optional<FileFacts> expected_;
 };

@@ -26,6 +26,7 @@ struct ListedFile {
 struct FolderListing {
     std::vector<ListedFile> files;
     std::vector<std::u16string> folders;
+    bool isWhole = true; ///< false when the file system stopped before the end
 };
 
 enum class Renamed { Done, Taken };

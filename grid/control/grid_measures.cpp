@@ -58,6 +58,20 @@ std::optional<std::int32_t> GridPainter::QuickWidth(std::u16string_view text) co
     return width;
 }
 
+std::u16string_view GridPainter::Shortened(std::u16string_view text, std::int32_t room) {
+    constexpr std::u16string_view kDots = u"...";
+    room -= *QuickWidth(kDots);
+    shortText_.clear();
+    for (const char16_t unit : text) {
+        room -= advances_[unit];
+        if (room < 0) {
+            break;
+        }
+        shortText_ += unit;
+    }
+    return shortText_ += kDots;
+}
+
 std::int32_t GridPainter::BestWidth(std::size_t column) {
     const Column& design = model_.columns.At(column);
     const ScreenDc screen;

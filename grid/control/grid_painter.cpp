@@ -115,23 +115,26 @@ void GridPainter::DrawString(HDC dc, RECT box, std::u16string_view text, Alignme
     if (box.right <= box.left || text.empty()) {
         return;
     }
-    const auto length = static_cast<int>(text.size());
     const LONG room = box.right - box.left;
-    const auto width = QuickWidth(text);
-    if (drawsBold_ || !width || *width > room) {
+    auto width = QuickWidth(text);
+    if (drawsBold_ || !width) {
         const UINT side = alignment == Alignment::Right    ? DT_RIGHT
                           : alignment == Alignment::Centre ? DT_CENTER
                                                            : DT_LEFT;
-        DrawTextW(dc, WideUnits(text), length, &box,
+        DrawTextW(dc, WideUnits(text), static_cast<int>(text.size()), &box,
                   side | DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
         return;
     }
-    // What fits needs none of DrawText's care, which takes several times as long.
+    // Where the widths are known, nothing needs DrawText's care, which takes several times as long.
+    if (*width > room) {
+        text = Shortened(text, room);
+        width = QuickWidth(text);
+    }
     const LONG left = alignment == Alignment::Right    ? box.right - *width
                       : alignment == Alignment::Centre ? box.left + (room - *width) / 2
                                                        : box.left;
     ExtTextOutW(dc, left, box.top + (box.bottom - box.top - textHeight_) / 2, ETO_CLIPPED, &box,
-                WideUnits(text), static_cast<UINT>(length), nullptr);
+                WideUnits(text), static_cast<UINT>(text.size()), nullptr);
 }
 
 void GridPainter::DrawGroupBox(HDC dc, std::int32_t width) {

@@ -39,6 +39,9 @@ private:
     std::int32_t WidthOf(HDC dc, std::u16string_view text) const;
     /// Width in the normal font, without asking the system; nothing for characters beyond Latin.
     std::optional<std::int32_t> QuickWidth(std::u16string_view text) const;
+    /// As much of a text whose widths are known as has room before three dots; valid until the next
+    /// call.
+    std::u16string_view Shortened(std::u16string_view text, std::int32_t room);
     const std::u16string& CellText(const RowRef& row, const Column& column);
     void DrawGroupBox(HDC dc, std::int32_t width);
     void DrawHeader(HDC dc, std::int32_t width);
@@ -64,6 +67,7 @@ private:
     bool drawsBold_ = false;
     std::unordered_map<double, std::u16string> dateTexts_; ///< shown lately
     std::u16string cellText_;
+    std::u16string shortText_;
 };
 
 } // namespace talvix::grid

@@ -7,6 +7,8 @@ namespace talvix::grid {
 
 namespace {
 
+constexpr std::size_t kMadeAtOnce = 2000;
+
 template <typename Number>
 Number Unpack(std::uint64_t content) {
     Number number{};
@@ -47,14 +49,17 @@ void CellStore::Reserve(std::size_t slots) {
     if (slots <= slots_) {
         return;
     }
-    const std::size_t room = std::max(slots, slots_ + slots_ * 3 / 8 + 16);
+    // Room is taken for many rows, but what no row needs yet is not even touched.
+    const std::size_t made = std::max(slots, slots_ + std::min(slots_ * 3 / 8 + 16, kMadeAtOnce));
     for (Column& column : columns_) {
-        column.kinds.reserve(room);
-        column.contents.reserve(room);
-        column.kinds.resize(room, Kind::Empty);
-        column.contents.resize(room, 0);
+        if (column.contents.capacity() < made || column.kinds.capacity() < made) {
+            column.kinds.reserve(made + made * 3 / 8);
+            column.contents.reserve(made + made * 3 / 8);
+        }
+        column.kinds.resize(made, Kind::Empty);
+        column.contents.resize(made, 0);
     }
-    slots_ = room;
+    slots_ = made;
 }
 
 Value CellStore::Get(Slot slot, std::size_t column) const {
@@ -95,10 +100,22 @@ void CellStore::Pack(Column& column, Slot slot, Kind kind, Number number) {
     column.kinds[slot] = kind;
 }
 
+/// A row often holds what the row before it holds, and that text need not be searched for.
+PooledText* CellStore::Pooled(const Column& column, Slot slot, std::u16string_view text) {
+    if (slot > 0 && column.kinds[slot - 1] == Kind::Text) {
+        auto* before = AsPointer<PooledText>(column.contents[slot - 1]);
+        if (before->Holds(text)) {
+            ++before->references;
+            return before;
+        }
+    }
+    return texts_.Intern(text);
+}
+
 void CellStore::Set(Slot slot, std::size_t place, const Value& value) {
     Column& column = columns_[place];
     if (const auto* text = value.If<std::u16string>()) {
-        PooledText* pooled = texts_.Intern(*text);
+        PooledText* pooled = Pooled(column, slot, *text);
         Drop(column, slot);
         column.contents[slot] = AsContent(pooled);
         column.kinds[slot] = Kind::Text;

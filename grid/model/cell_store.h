@@ -52,6 +52,7 @@ private:
         std::vector<Kind> kinds;
         std::vector<std::uint64_t> contents;
     };
+    PooledText* Pooled(const Column& column, Slot slot, std::u16string_view text);
     void Drop(Column& column, Slot slot);
     template <typename Number>
     void Pack(Column& column, Slot slot, Kind kind, Number number);

@@ -35,7 +35,7 @@ public:
 
     void Add(Slot slot, PooledText* text) {
         if (text->mark == 0) {
-            distinct_.push_back({culture_.SortKey(text->View()), text});
+            distinct_.push_back({0, culture_.SortKey(text->View()), text});
             text->mark = 1;
         }
         waiting_.emplace_back(slot, text);
@@ -47,8 +47,11 @@ public:
     }
     /// Writes base + rank for every text; ranks count from 1.
     void Rank(std::vector<std::uint64_t>& keys, std::uint64_t base) {
-        std::sort(distinct_.begin(), distinct_.end(),
-                  [](const Distinct& left, const Distinct& right) { return left.key < right.key; });
+        TakeHeads();
+        std::sort(
+            distinct_.begin(), distinct_.end(), [](const Distinct& left, const Distinct& right) {
+                return left.head != right.head ? left.head < right.head : left.key < right.key;
+            });
         std::uint32_t rank = 0;
         for (std::size_t at = 0; at < distinct_.size(); ++at) {
             rank += at == 0 || distinct_[at].key != distinct_[at - 1].key ? 1 : 0;
@@ -64,9 +67,33 @@ public:
 
 private:
     struct Distinct {
+        std::uint64_t head; ///< the bytes behind those that all keys begin with
         std::string key;
         PooledText* text;
     };
+    /// Most keys differ in the first bytes that differ at all, and those are compared at once.
+    void TakeHeads() {
+        if (distinct_.empty()) {
+            return;
+        }
+        const std::string& first = distinct_.front().key;
+        std::size_t same = first.size();
+        for (const Distinct& each : distinct_) {
+            const std::size_t both = std::min(same, each.key.size());
+            same = static_cast<std::size_t>(
+                std::mismatch(first.begin(), first.begin() + static_cast<std::ptrdiff_t>(both),
+                              each.key.begin())
+                    .first -
+                first.begin());
+        }
+        for (Distinct& each : distinct_) {
+            for (std::size_t at = same; at < same + sizeof each.head; ++at) {
+                const auto byte =
+                    at < each.key.size() ? static_cast<unsigned char>(each.key[at]) : 0U;
+                each.head = each.head << 8U | byte;
+            }
+        }
+    }
     CellStore& cells_;
     const Culture& culture_;
     std::vector<Distinct> distinct_;

@@ -12,12 +12,6 @@ namespace {
 
 constexpr std::size_t kFirstSize = 64;
 
-bool SameUnits(const PooledText& pooled, std::u16string_view text) {
-    return pooled.length == text.size() &&
-           (text.empty() ||
-            std::memcmp(&pooled + 1, text.data(), text.size() * sizeof(char16_t)) == 0);
-}
-
 /// The lowest bit is always set and says nothing.
 std::size_t Home(std::uint32_t hash, std::size_t mask) {
     return (hash >> 1U) & mask;
@@ -53,7 +47,7 @@ void TextPool::EndText(PooledText* text) {
 std::size_t TextPool::SlotOf(std::u16string_view text, std::uint32_t hash) const {
     const std::size_t mask = slots_.size() - 1;
     std::size_t slot = Home(hash, mask);
-    while (hashes_[slot] != 0 && (hashes_[slot] != hash || !SameUnits(*slots_[slot], text))) {
+    while (hashes_[slot] != 0 && (hashes_[slot] != hash || !slots_[slot]->Holds(text))) {
         slot = (slot + 1) & mask;
     }
     return slot;

@@ -77,6 +77,7 @@ FolderListing Win32Files::List(std::u16string_view folder) {
     do {
         Take(data, listing);
     } while (FindNextFileW(find.Get(), &data) != FALSE);
+    listing.isWhole = GetLastError() == ERROR_NO_MORE_FILES;
     return listing;
 }
 

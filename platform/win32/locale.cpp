@@ -6,6 +6,7 @@
 #include <windows.h>
 #include <oleauto.h>
 
+#include <array>
 #include <cmath>
 
 namespace talvix {
@@ -39,16 +40,17 @@ std::string Win32Locale::SortKey(std::u16string_view text) const {
     constexpr DWORD kFlags = LCMAP_SORTKEY | NORM_IGNORECASE;
     const auto units = static_cast<int>(text.size());
     // For sort keys the size is in bytes although the type says otherwise.
-    std::string key(text.size() * 8 + 16, '\0');
-    int length = LCMapStringW(LOCALE_USER_DEFAULT, kFlags, WideUnits(text), units,
-                              reinterpret_cast<wchar_t*>(key.data()), static_cast<int>(key.size()));
-    if (length == 0) {
-        length = LCMapStringW(LOCALE_USER_DEFAULT, kFlags, WideUnits(text), units, nullptr, 0);
-        key.resize(static_cast<std::size_t>(length));
+    std::array<char, 512> room; // NOLINT(cppcoreguidelines-pro-type-member-init): is filled
+    int length =
         LCMapStringW(LOCALE_USER_DEFAULT, kFlags, WideUnits(text), units,
-                     reinterpret_cast<wchar_t*>(key.data()), length);
+                     reinterpret_cast<wchar_t*>(room.data()), static_cast<int>(room.size()));
+    if (length > 0) {
+        return {room.data(), static_cast<std::size_t>(length)};
     }
-    key.resize(static_cast<std::size_t>(length));
+    length = LCMapStringW(LOCALE_USER_DEFAULT, kFlags, WideUnits(text), units, nullptr, 0);
+    std::string key(static_cast<std::size_t>(length), '\0');
+    LCMapStringW(LOCALE_USER_DEFAULT, kFlags, WideUnits(text), units,
+                 reinterpret_cast<wchar_t*>(key.data()), length);
     return key;
 }
 

@@ -131,4 +131,54 @@ TEST(RowPresentation, ANetworkRootThatDoesNotAnswerIsAskedOnceInOnePass) {
     EXPECT_EQ(rig.fakes.journal.Count(u"query"), 2U);
 }
 
+TEST(RowPresentation, AFolderWhereSeveralFilesAreMissingIsListedOnce) {
+    PresentationRig rig;
+    rig.fakes.files.MakeFile(u"P:\\Proj\\Da.doc", 5000);
+    for (int at = 0; at < 9; ++at) {
+        rig.AddRow(0, u"P:\\Proj\\fort" + DecimalText(at) + u".doc");
+    }
+    const Late there = rig.AddRow(0, u"P:\\Proj\\DA.DOC");
+    const Late folder = rig.AddRow(0, u"P:\\Proj\\Innen");
+    rig.fakes.files.MakeFolder(u"P:\\Proj\\Innen");
+    rig.Present();
+    EXPECT_EQ(rig.fakes.journal.Count(u"list P:\\Proj"), 1U);
+    EXPECT_EQ(rig.fakes.journal.Count(u"query P:\\Proj\\"), 4U);
+    EXPECT_EQ(there.Call(u"Value", u"ItemSize"), Value(u"5 KB"));
+    EXPECT_EQ(folder.Call(u"Picture", u"Icon"), rig.fakes.pictures.Picture(1));
+    for (int row = 1; row <= 9; ++row) {
+        EXPECT_EQ(rig.Row(row).Call(u"Picture", u"Icon"), rig.fakes.pictures.Picture(1));
+    }
+}
+
+TEST(RowPresentation, NamesThatAreTakenInOtherFormsAreAskedForEach) {
+    PresentationRig rig;
+    for (int at = 0; at < 4; ++at) {
+        rig.AddRow(0, u"P:\\Proj\\fort" + DecimalText(at) + u".doc");
+    }
+    rig.fakes.files.MakeFile(u"P:\\Proj\\Verweis.doc", 1);
+    rig.fakes.files.links.insert(u"P:\\PROJ\\VERWEIS.DOC");
+    const std::initializer_list<const char16_t*> asked = {
+        u"ä.doc", u"BERICH~1.DOC", u"a.doc.", u"a ", u"a:b", u"Verweis.doc"};
+    rig.AddRow(0, u"P:\\Proj\\");
+    for (const auto* name : asked) {
+        rig.AddRow(0, std::u16string(u"P:\\Proj\\") + name);
+    }
+    rig.Present();
+    for (const auto* name : asked) {
+        EXPECT_EQ(rig.fakes.journal.Count(std::u16string(u"query P:\\Proj\\") + name), 1U)
+            << ToUtf8(name);
+    }
+}
+
+TEST(RowPresentation, AFolderThatCannotBeListedIsAskedFileByFile) {
+    PresentationRig rig;
+    for (int at = 0; at < 9; ++at) {
+        rig.AddRow(0, u"P:\\gibt\\es\\nicht\\" + DecimalText(at) + u".doc");
+        rig.AddRow(0, u"D:" + DecimalText(at) + u".doc");
+    }
+    rig.Present();
+    EXPECT_EQ(rig.fakes.journal.Count(u"query P:\\gibt"), 9U);
+    EXPECT_EQ(rig.fakes.journal.Count(u"list "), 0U);
+}
+
 } // namespace talvix
