@@ -77,6 +77,14 @@ double CreateMain() {
     return SUCCEEDED(result) ? Now() - start : 0;
 }
 
+double LoadMain() {
+    const std::u16string own = OwnPath();
+    const std::u16string server = own.substr(0, own.rfind(u'\\')) + u"\\TalvixDMS.dll";
+    const double start = Now();
+    const HMODULE loaded = LoadLibraryW(Wide(server));
+    return loaded != nullptr ? Now() - start : 0;
+}
+
 double AttachAndInit() {
     const double start = Now();
     const ServerRig rig(u"C:\\");
@@ -101,6 +109,8 @@ int CreateOnce(const std::string& what) {
         time = CreateMinimal();
     } else if (what == "main") {
         time = CreateMain();
+    } else if (what == "load") {
+        time = LoadMain();
     } else if (what == "attach") {
         time = AttachAndInit();
     } else if (what == "shell") {
@@ -114,6 +124,9 @@ int CreationBench() {
     Compare(
         {"create", "first creation of `Main` in a process / of a minimal server's object", 2},
         [] { return InOwnProcess(u"main"); }, [] { return InOwnProcess(u"minimal"); }, 15);
+    Compare(
+        {"load", "loading its DLL alone / the same", 0}, [] { return InOwnProcess(u"load"); },
+        [] { return InOwnProcess(u"minimal"); }, 15);
     Compare(
         {"attach", "attaching and `Init` without rows / shell start and creation of the grids",
          1.2},

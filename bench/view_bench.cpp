@@ -34,6 +34,18 @@ double DrawTextsBare(HWND window, const std::vector<Row>& rows) {
     return Now() - start;
 }
 
+/// What moving the picture by three lines costs when nothing is drawn afterwards.
+double ScrollBare(const GridInWindow& shown, int& way) {
+    way = -way;
+    RECT client{};
+    GetClientRect(shown.window, &client);
+    const double start = Now();
+    ScrollWindowEx(shown.window, 0, way * 57, &client, &client, nullptr, nullptr, SW_INVALIDATE);
+    ValidateRect(shown.window, nullptr);
+    GdiFlush();
+    return Now() - start;
+}
+
 double ScrollThree(const GridInWindow& shown, int& way) {
     way = -way;
     const double start = Now();
@@ -93,6 +105,9 @@ void ComparePainting(const std::vector<Row>& rows, const GridInWindow& grid,
     Compare(
         {"scroll", "scrolling by three rows / page repaint", 0.2},
         [&] { return ScrollThree(grid, way); }, [&] { return grid.Repaint(); }, 20);
+    Compare(
+        {"scroll-bare", "`ScrollWindowEx` alone / page repaint", 0},
+        [&] { return ScrollBare(grid, way); }, [&] { return grid.Repaint(); }, 20);
 }
 
 } // namespace

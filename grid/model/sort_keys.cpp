@@ -130,8 +130,13 @@ std::vector<std::uint64_t> SortKeys(CellStore& cells, const Column& column,
     std::vector<std::uint64_t> keys(slots, kEmpty);
     TextRanks ranks(cells, culture);
     const bool byText = column.dataType == DataType::Text;
+    std::vector<bool> wanted(slots);
     for (const Slot slot : rows) {
-        if (cells.IsEmpty(slot, column.index)) {
+        wanted[slot] = true;
+    }
+    // In the order in which the cells lie in memory, whatever the display's is.
+    for (Slot slot = 0; slot < slots; ++slot) {
+        if (!wanted[slot] || cells.IsEmpty(slot, column.index)) {
             continue;
         }
         PooledText* pooled = cells.Text(slot, column.index);
