@@ -7,7 +7,7 @@
 
 namespace talvix::grid {
 
-/// Memory for a grid's many short texts: cut from large blocks in steps of 16 bytes, given back
+/// Memory for a grid's many short texts: cut from large blocks in steps of 8 bytes, given back
 /// into one list per size. Long texts get memory of their own, which has to be given back; the
 /// blocks go with the object.
 class TextMemory {
@@ -22,7 +22,7 @@ public:
     void GiveBack(void* memory, std::size_t bytes);
 
 private:
-    static constexpr std::size_t kStep = 16;
+    static constexpr std::size_t kStep = 8;
     static constexpr std::size_t kLongest = 512; ///< bytes of a text that comes from a block
     static constexpr std::size_t kBlock = std::size_t{64} * 1024;
     struct Free {
