@@ -31,7 +31,8 @@ private:
     struct Folder {
         int missing = 0;
         bool isListed = false;
-        std::unordered_map<std::u16string, std::optional<FileFacts>> names; ///< by the name in small letters
+        std::unordered_map<std::u16string, std::optional<FileFacts>>
+            names; ///< by the name in small letters
     };
     void List(std::u16string_view folder, Folder& into);
 
