@@ -50,6 +50,8 @@ int FillBench();
 int MemoryBench(const std::string& kind);
 /// Sorting, grouping, painting and finding in windows; needs a display.
 int ViewBench();
+/// Scrolls 3,000 times, for a profiler to watch.
+int ScrollAgain();
 /// Reading a folder in, twice, and removing what came; see MakeImportFolders in tools/bench for
 /// what FOLDER holds.
 int ImportBench(const std::u16string& folder);

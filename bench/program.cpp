@@ -21,6 +21,9 @@ int Run(const std::string& part, const std::string& first, const std::string& se
     if (part == "view") {
         return ViewBench();
     }
+    if (part == "scroll") {
+        return ScrollAgain();
+    }
     if (part == "import") {
         return ImportBench(talvix::FromUtf8(first));
     }
@@ -45,9 +48,10 @@ int Run(const std::string& part, const std::string& first, const std::string& se
     if (part == "once") {
         return CreateOnce(first);
     }
-    std::printf("talvix_bench fill | memory KIND | view | import FOLDER | again FOLDER | script "
-                "FOLDER SCRIPT | init "
-                "FOLDER | folder FOLDER | call | creation\n");
+    std::printf(
+        "talvix_bench fill | memory KIND | view | scroll | import FOLDER | again FOLDER | script "
+        "FOLDER SCRIPT | init "
+        "FOLDER | folder FOLDER | call | creation\n");
     return 2;
 }
 

@@ -7,6 +7,8 @@
 #include "platform/win32/owned.h"
 #include "platform/win32/wide.h"
 
+#include <cstdio>
+
 namespace talvix::bench {
 
 namespace {
@@ -111,6 +113,17 @@ void ComparePainting(const std::vector<Row>& rows, const GridInWindow& grid,
 }
 
 } // namespace
+
+int ScrollAgain() {
+    const GridInWindow grid(MakeRows());
+    int way = 1;
+    double time = 0;
+    for (int turn = 0; turn < 3000; ++turn) {
+        time += ScrollThree(grid, way);
+    }
+    std::printf("%.3f ms per turn of the wheel\n", time / 3);
+    return 0;
+}
 
 int ViewBench() {
     InitCommonControls();

@@ -1,7 +1,9 @@
 #include "grid/model/value_index.h"
 
 #include "automation/coercion.h"
+#include "automation/text.h"
 
+#include <algorithm>
 #include <exception>
 #include <functional>
 
@@ -17,9 +19,16 @@ std::uint32_t Fold(std::size_t hash) {
 
 } // namespace
 
+/// One for texts that differ in case only. ASCII texts need no upper case for that.
+std::uint32_t ValueIndex::HashOfText(std::u16string_view text) const {
+    const bool isPlain =
+        std::all_of(text.begin(), text.end(), [](char16_t unit) { return unit < 0x80; });
+    return Fold(isPlain ? NameHash(text) : NameHash(culture_.UpperCase(text)));
+}
+
 std::uint32_t ValueIndex::HashOf(const Value& value) const {
     if (const auto* text = value.If<std::u16string>()) {
-        return Fold(std::hash<std::u16string>()(culture_.UpperCase(*text)));
+        return HashOfText(*text);
     }
     const auto number = NumericContent(value);
     return number ? Fold(std::hash<double>()(*number == 0 ? 0.0 : *number)) : kOtherKinds;
@@ -27,8 +36,7 @@ std::uint32_t ValueIndex::HashOf(const Value& value) const {
 
 std::uint32_t ValueIndex::HashOfCell(std::size_t column, Slot slot) const {
     const PooledText* text = cells_.Text(slot, column);
-    return text == nullptr ? HashOf(cells_.Get(slot, column))
-                           : Fold(std::hash<std::u16string>()(culture_.UpperCase(text->View())));
+    return text == nullptr ? HashOf(cells_.Get(slot, column)) : HashOfText(text->View());
 }
 
 void ValueIndex::Enter(std::size_t column, Slot slot) {

@@ -28,6 +28,7 @@ public:
 
 private:
     std::uint32_t HashOf(const Value& value) const;
+    std::uint32_t HashOfText(std::u16string_view text) const;
     std::uint32_t HashOfCell(std::size_t column, Slot slot) const;
 
     const CellStore& cells_;
