@@ -2,13 +2,13 @@
 #include "automation/late.h"
 #include "platform/win32/ole_scope.h"
 #include "tests/com/container_rig.h"
+#include "tests/com/thread.h"
 
 #include <gtest/gtest.h>
 
 #include <windows.h>
 
 #include <array>
-#include <thread>
 
 namespace talvix {
 
@@ -53,7 +53,7 @@ void Turn(DWORD flags, POINT screen) {
 void Drag(const ContainerRig& rig, POINT from, POINT to) {
     ClientToScreen(rig.window, &from);
     ClientToScreen(rig.window, &to);
-    std::jthread hand([=] {
+    const Thread hand([=] {
         Turn(0, from);
         Turn(MOUSEEVENTF_LEFTDOWN, from);
         for (int step = 1; step <= 4; ++step) {
