@@ -42,8 +42,11 @@ std::u16string Folded(std::u16string_view name) {
 
 std::optional<ListedFolders::Answer> ListedFolders::Ask(std::u16string_view path) const {
     const Place place = PlaceOf(path);
-    const auto folder = folders_.find(place.folder);
-    if (folder == folders_.end() || !folder->second.isListed || !IsTakenAsWritten(place.name)) {
+    if (folders_.empty() || !IsTakenAsWritten(place.name)) {
+        return std::nullopt;
+    }
+    const auto folder = folders_.find(Folded(place.folder));
+    if (folder == folders_.end() || !folder->second.isListed) {
         return std::nullopt;
     }
     const auto found = folder->second.names.find(Folded(place.name));
@@ -58,7 +61,7 @@ void ListedFolders::NoteMissing(std::u16string_view path) {
     if (place.folder.empty() || place.folder.back() == u':') {
         return; // "C:" alone would be the drive's current folder
     }
-    Folder& folder = folders_[std::u16string(place.folder)];
+    Folder& folder = folders_[Folded(place.folder)];
     if (++folder.missing == kMissingUntilListed) {
         List(place.folder, folder);
     }

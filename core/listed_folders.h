@@ -2,7 +2,6 @@
 
 #include "platform/files.h"
 
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -37,7 +36,7 @@ private:
     void List(std::u16string_view folder, Folder& into);
 
     Files& files_;
-    std::map<std::u16string, Folder, std::less<>> folders_; ///< by their paths as they are written
+    std::unordered_map<std::u16string, Folder> folders_; ///< by the path in small ASCII letters
 };
 
 } // namespace talvix

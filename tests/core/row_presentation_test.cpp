@@ -137,12 +137,13 @@ TEST(RowPresentation, AFolderWhereSeveralFilesAreMissingIsListedOnce) {
     for (int at = 0; at < 9; ++at) {
         rig.AddRow(0, u"P:\\Proj\\fort" + DecimalText(at) + u".doc");
     }
-    const Late there = rig.AddRow(0, u"P:\\Proj\\DA.DOC");
+    const Late there = rig.AddRow(0, u"p:\\PROJ\\DA.DOC");
     const Late folder = rig.AddRow(0, u"P:\\Proj\\Innen");
     rig.fakes.files.MakeFolder(u"P:\\Proj\\Innen");
     rig.Present();
     EXPECT_EQ(rig.fakes.journal.Count(u"list P:\\Proj"), 1U);
     EXPECT_EQ(rig.fakes.journal.Count(u"query P:\\Proj\\"), 4U);
+    EXPECT_EQ(rig.fakes.journal.Count(u"query p:\\PROJ"), 0U);
     EXPECT_EQ(there.Call(u"Value", u"ItemSize"), Value(u"5 KB"));
     EXPECT_EQ(folder.Call(u"Picture", u"Icon"), rig.fakes.pictures.Picture(1));
     for (int row = 1; row <= 9; ++row) {
