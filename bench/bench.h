@@ -55,6 +55,8 @@ int ScrollAgain();
 /// Reading a folder in, twice, and removing what came; see MakeImportFolders in tools/bench for
 /// what FOLDER holds.
 int ImportBench(const std::u16string& folder);
+/// What is held after cycles of reading 10,000 files in and removing them.
+int CyclesBench(const std::u16string& folder);
 /// One folder read in five times, for a profiler to watch.
 int ImportAgain(const std::u16string& folder);
 /// The same by a script; SCRIPT is bench/import.vbs.

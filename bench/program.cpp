@@ -27,6 +27,9 @@ int Run(const std::string& part, const std::string& first, const std::string& se
     if (part == "import") {
         return ImportBench(talvix::FromUtf8(first));
     }
+    if (part == "cycles") {
+        return CyclesBench(talvix::FromUtf8(first));
+    }
     if (part == "again") {
         return ImportAgain(talvix::FromUtf8(first));
     }
@@ -48,10 +51,10 @@ int Run(const std::string& part, const std::string& first, const std::string& se
     if (part == "once") {
         return CreateOnce(first);
     }
-    std::printf(
-        "talvix_bench fill | memory KIND | view | scroll | import FOLDER | again FOLDER | script "
-        "FOLDER SCRIPT | init "
-        "FOLDER | folder FOLDER | call | creation\n");
+    std::printf("talvix_bench fill | memory KIND | view | scroll | import FOLDER | cycles FOLDER | "
+                "again FOLDER | script "
+                "FOLDER SCRIPT | init "
+                "FOLDER | folder FOLDER | call | creation\n");
     return 2;
 }
 
