@@ -52,7 +52,7 @@ int MemoryBench(const std::string& kind);
 int ViewBench();
 /// Scrolls 3,000 times, for a profiler to watch.
 int ScrollAgain();
-/// Reading a folder in, twice, and removing what came; see MakeImportFolders in tools/bench for
+/// Reading a folder in, twice, and removing what came; see make_import_folders in tools/bench for
 /// what FOLDER holds.
 int ImportBench(const std::u16string& folder);
 /// What is held after cycles of reading 10,000 files in and removing them.
@@ -67,7 +67,7 @@ int InitBench(const std::u16string& folder);
 int FolderBench(const std::u16string& folder);
 /// Members called by name.
 int CallBench();
-/// Creation in processes of their own; MINIMAL is the program identifier of the minimal server.
+/// First creations, each in a process of its own, beside a minimal server's.
 int CreationBench();
 /// What one of those processes does: prints nothing, answers its microseconds as exit code.
 int CreateOnce(const std::string& what);
