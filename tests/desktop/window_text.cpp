@@ -1,6 +1,6 @@
 // window_text TITLE [press]: writes the texts of a message box of that title, or presses its first
 // button. Exit code 1 when there is no such box. window_text CLASS answers: exit code 0 when every
-// window of that class answers within ten seconds.
+// window of that class answers within ten seconds, 1 when there is none, 2 when one does not answer.
 #include "automation/text.h"
 #include "platform/win32/wide.h"
 
@@ -31,25 +31,28 @@ std::u16string TextOfWindow(HWND window) {
     return text;
 }
 
-/// False when a window of the class does not answer, or there is none.
-bool AllAnswer(const wchar_t* windowClass) {
+constexpr int kAnswers = 0;
+constexpr int kNoWindow = 1;
+constexpr int kSilent = 2;
+
+int AnswerOfAll(const wchar_t* windowClass) {
     HWND window = nullptr;
-    bool answers = false;
+    int answer = kNoWindow;
     while ((window = FindWindowExW(nullptr, window, windowClass, nullptr)) != nullptr) {
         DWORD_PTR result = 0;
         if (SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, 10000, &result) == 0) {
-            return false;
+            return kSilent;
         }
-        answers = true;
+        answer = kAnswers;
     }
-    return answers;
+    return answer;
 }
 
 } // namespace
 
 int wmain(int count, wchar_t** arguments) {
     if (count > 2 && std::wstring_view(arguments[2]) == L"answers") {
-        return AllAnswer(arguments[1]) ? 0 : 1;
+        return AnswerOfAll(arguments[1]);
     }
     const HWND box = count > 1 ? FindBox(arguments[1]) : nullptr;
     if (box == nullptr) {

@@ -79,7 +79,9 @@ bool DocumentsPage::CloseFilter() {
     filterIsOpen_ = false;
     SetWindowTextW(filter_, L"");
     ShowFilter();
-    SetFocus(GetWindow(gridHost_, GW_CHILD));
+    if (IsVisible()) {
+        SetFocus(GetWindow(gridHost_, GW_CHILD));
+    }
     return true;
 }
 

@@ -236,9 +236,10 @@ void MainWindow::OnEditCommand(int command) {
     } else if (command == kCopyNetworkPath) {
         CopyNetworkPaths();
     } else if (command == kFilterRows) {
+        SelectPage(0);
         documents_->OpenFilter();
         Layout();
-    } else if (command == IDCANCEL && documents_->CloseFilter()) {
+    } else if (command == IDCANCEL && documents_->IsVisible() && documents_->CloseFilter()) {
         Layout();
     } else if (command == kCopyRows) {
         const auto window = NumericContent(grid.Call(u"hWnd"));

@@ -146,10 +146,13 @@ void MainWindow::ShowPage(int page) {
 void MainWindow::TurnPage(int step) {
     const auto count = static_cast<int>(pages_.size());
     const auto current = static_cast<int>(SendMessageW(tabs_, TCM_GETCURSEL, 0, 0));
-    const int page = (current + step + count) % count;
+    SelectPage((current + step + count) % count);
+    SetFocus(tabs_);
+}
+
+void MainWindow::SelectPage(int page) {
     SendMessageW(tabs_, TCM_SETCURSEL, static_cast<WPARAM>(page), 0);
     ShowPage(page);
-    SetFocus(tabs_);
 }
 
 void MainWindow::ShowStatus(int part, const std::u16string& text) const {
@@ -264,6 +267,18 @@ bool MainWindow::IsFieldsKey(const MSG& message) const {
            (message.wParam == 'Z' || message.wParam == 'Y') && lstrcmpiW(kind, L"Edit") == 0;
 }
 
+void MainWindow::KeepFocusSeen() const {
+    const HWND focus = GetFocus();
+    if (focus == nullptr || IsChild(window_, focus) == FALSE) {
+        return;
+    }
+    if (IsWindowVisible(focus) == FALSE) {
+        SetFocus(tabs_);
+    } else if (IsWindowEnabled(focus) == FALSE) {
+        SetFocus(GetNextDlgTabItem(window_, focus, FALSE));
+    }
+}
+
 int MainWindow::Run() {
     MSG message{};
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
@@ -273,6 +288,7 @@ int MainWindow::Run() {
             TranslateMessage(&message);
             DispatchMessageW(&message);
         }
+        KeepFocusSeen();
     }
     return static_cast<int>(message.wParam);
 }

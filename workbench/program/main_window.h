@@ -44,11 +44,15 @@ private:
     void ShowPage(int page);
     /// To the next page or the one before, round and round.
     void TurnPage(int step);
+    void SelectPage(int page);
     void ShowState();
     void ShowSelection();
     void ShowStatus(int part, const std::u16string& text) const;
     void ShowError(std::u16string_view text) const;
     bool IsFieldsKey(const MSG& message) const;
+    /// A control that was hidden or disabled gives the focus away, so that no key works on what
+    /// nobody sees; a dialog's keys would also look for its neighbours for ever.
+    void KeepFocusSeen() const;
 
     // The project and its file (main_files.cpp)
     void Open(host::Project project, ProjectPlace place);
