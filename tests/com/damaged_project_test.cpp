@@ -1,7 +1,9 @@
 // Project files that somebody or something has damaged: each is read, and then can be kept as it
 // was read, or is refused in words that name the file.
 #include "automation/failure.h"
+#include "automation/late.h"
 #include "automation/text.h"
+#include "platform/win32/objects.h"
 #include "platform/win32/owned.h"
 #include "platform/win32/wide.h"
 #include "tests/com/com_host.h"
@@ -96,7 +98,29 @@ void Write(const std::u16string& path, std::string_view text) {
     WriteFile(file.Get(), text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
 }
 
-/// True when the file was read; then it can be kept and read again as the same.
+std::size_t CountOf(const Late& document, std::u16string_view path) {
+    return static_cast<std::size_t>(
+        *document(u"selectNodes", path).Call(u"length").If<std::int32_t>());
+}
+
+/// What the file says is what was read: no document and no field of one is left out.
+void ExpectWhole(const std::u16string& path, const host::Project& project) {
+    Win32Objects objects;
+    const Late document(Value(objects.Create(u"MSXML2.DOMDocument.6.0")));
+    document.Set(u"async", false);
+    document.Set(u"preserveWhiteSpace", true);
+    ASSERT_EQ(document.Call(u"load", path), Value(true));
+    const std::u16string all = u"/TalvixProject/Documents/Document";
+    ASSERT_EQ(CountOf(document, all), project.documents.size());
+    for (std::size_t at = 0; at < project.documents.size(); ++at) {
+        const std::u16string own = all + u"[" + DecimalText(static_cast<std::int64_t>(at) + 1) +
+                                   u"]/Field[not(@name = preceding-sibling::Field/@name)]";
+        EXPECT_EQ(CountOf(document, own), project.documents[at].size()) << at;
+    }
+    EXPECT_EQ(CountOf(document, u"/TalvixProject/Actions/Action"), project.actions.size());
+}
+
+/// True when the file was read; then it was read whole and can be kept and read again as the same.
 bool ReadsWholeOrRefuses(const std::u16string& path) {
     host::Project project;
     try {
@@ -105,6 +129,7 @@ bool ReadsWholeOrRefuses(const std::u16string& path) {
         EXPECT_NE(failure.Text().find(path), std::u16string::npos) << ToUtf8(failure.Text());
         return false;
     }
+    ExpectWhole(path, project);
     const std::u16string kept = ProjectXml(project);
     Write(path, ToUtf8(kept));
     try {

@@ -169,6 +169,9 @@ void MainWindow::RestoreVersion() {
 }
 
 bool MainWindow::MayClose() {
+    if (project_ != nullptr && project_->IsBusy()) {
+        return false;
+    }
     if (project_ == nullptr || !project_->Project().isChanged) {
         return true;
     }

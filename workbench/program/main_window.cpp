@@ -208,10 +208,12 @@ LRESULT CALLBACK MainWindow::Procedure(HWND window, UINT message, WPARAM wParam,
 }
 
 void MainWindow::TakeCommand(int id, int notification) {
-    if (project_ != nullptr || id == kExit) {
+    if (project_ != nullptr ? !project_->IsBusy() : id == kExit) {
         Attempt([&] {
             OnCommand(id);
-            OnControl(id, notification);
+            if (project_ != nullptr) { // the command was not the last one
+                OnControl(id, notification);
+            }
         });
     }
 }

@@ -62,7 +62,7 @@ private:
     void AskAndOpen();
     bool Save(bool askForName);
     void RestoreVersion();
-    /// Offers to save what was changed; false when the user wants to go on with it.
+    /// Offers to save what was changed; false when the user, or the component, goes on with it.
     bool MayClose();
     void CloseProject();
 

@@ -108,7 +108,17 @@ void OpenProject::ChangeFields(const std::map<std::int32_t, host::Document>& cha
     Late(host_->Libraries()[1]).Call(u"WriteGridDataToItemBody");
 }
 
-void OpenProject::Call(std::u16string_view member) const {
+void OpenProject::Call(std::u16string_view member) {
+    struct Counted {
+        explicit Counted(int& calls) : calls_(calls) { ++calls_; }
+        Counted(const Counted&) = delete;
+        Counted& operator=(const Counted&) = delete;
+        ~Counted() { --calls_; }
+
+    private:
+        int& calls_;
+    };
+    const Counted counted(calls_);
     main_.Call(member);
 }
 

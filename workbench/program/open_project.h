@@ -30,7 +30,9 @@ public:
     /// after the grid has its window if it is to have one.
     void Attach();
     /// Forwards a button of the page or calls another member of the component without arguments.
-    void Call(std::u16string_view member) const;
+    void Call(std::u16string_view member);
+    /// True inside such a call: the component works and lets messages through.
+    bool IsBusy() const { return calls_ > 0; }
     /// Puts the list back to what it was before its last change, or forward again; false when there
     /// is nothing to go to. Files on the disk stay as they are.
     bool Undo();
@@ -58,6 +60,7 @@ private:
     Late actionsLate_;
     Late main_;
     std::unique_ptr<host::Host> host_;
+    int calls_ = 0;
 };
 
 } // namespace talvix::workbench
