@@ -71,6 +71,7 @@ TEST(Text, Utf8GoesBothWaysAndMendsWhatIsBroken) {
 
 TEST(Dates, AreDaysSinceThe30thOfDecember1899) {
     EXPECT_EQ(ToDate({1899, 12, 30, 0, 0, 0}).days, 0);
+    EXPECT_EQ(ToDate({1899, 12, 30, 12, 0, 0}).days, 0.5);
     EXPECT_EQ(ToDate({2000, 1, 1, 12, 0, 0}).days, 36526.5);
     EXPECT_EQ(ToDate({1899, 12, 29, 6, 0, 0}).days, -1.25);
     EXPECT_EQ(*ToCivilTime(Date{-1.25}), (CivilTime{1899, 12, 29, 6, 0, 0}));

@@ -71,7 +71,8 @@ TEST(RowPresentation, ALinkShowsPicture2AndAnOutlookItemNoIcon) {
 }
 
 TEST(RowPresentation, AnEmptyOrUnknownObjectTypeGetsTheDefaults) {
-    for (const Value& type : {Value(), Value(3), Value(-1), Value(u"x"), Value(u""), Value(0.5)}) {
+    for (const Value& type :
+         {Value(), Value(3), Value(1e12), Value(-1), Value(u"x"), Value(u""), Value(0.5)}) {
         PresentationRig rig;
         rig.fakes.files.MakeFile(u"P:\\Proj\\a.doc", 5000);
         rig.AddRow(type, u"P:\\Proj\\a.doc");

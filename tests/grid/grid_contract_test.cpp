@@ -36,7 +36,7 @@ TEST(GridColumns, MovingChangesPositionsButNeverTheIndex) {
     EXPECT_EQ(name.Call(u"Index"), Value(0));
     EXPECT_EQ(rig.grid(u"Columns", 0).Call(u"Key"), Value(u"Number"));
     EXPECT_EQ(rig.grid(u"Columns", 2).Call(u"Key"), Value(u"Name"));
-    EXPECT_THROW(name.Set(u"Position", 4), Failure);
+    EXPECT_EQ(Refusal([&] { name.Set(u"Position", 4); }), u"Column positions go from 0 to 3");
     EXPECT_THROW(name.Set(u"Position", -1), Failure);
     EXPECT_EQ(name.Call(u"Position"), Value(2));
 }
@@ -139,6 +139,18 @@ TEST(GridSort, IsStableWithoutCaseAndByType) {
     EXPECT_EQ(rig.Names(), u"a Ä b B");
     EXPECT_EQ(Refusal([&] { rig.grid.Call(u"Sort", u"Name", 2); }),
               u"Order is 0 (ascending) or 1 (descending)");
+}
+
+TEST(GridSort, NumbersAndDatesInTextsCountByValue) {
+    const GridRig rig;
+    rig.Add(u"c", u"100", u"01.03.2004");
+    rig.Add(u"a", 9, u"15.01.2004");
+    rig.Add(u"b", u"20", Date{38018}); // 1 February 2004
+    rig.grid.Call(u"Sort", u"Number");
+    EXPECT_EQ(rig.Names(), u"a b c");
+    rig.grid.Call(u"Sort", u"Number", 1);
+    rig.grid.Call(u"Sort", u"When");
+    EXPECT_EQ(rig.Names(), u"a b c");
 }
 
 TEST(GridSort, RowsAddedLaterComeIntoPlaceWithRefreshSort) {

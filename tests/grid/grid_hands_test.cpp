@@ -211,6 +211,7 @@ TEST(HitTest, TellsWhatLiesWhere) {
     EXPECT_EQ(cell.area, Area::Cell);
     EXPECT_EQ(cell.row, 2);
     EXPECT_EQ(cell.column, 2);
+    EXPECT_EQ(rig.model.HitTest(50, 65).area, Area::Cell) << "in the first column";
     EXPECT_EQ(rig.model.HitTest(350, 65).area, Area::Nothing) << "right of all columns";
     EXPECT_EQ(rig.model.HitTest(50, 60 + 5 * 18).area, Area::Nothing) << "below all rows";
     rig.model.ChangeGroups({{1, false}});
@@ -231,6 +232,7 @@ TEST(Layout, PlacesColumnsLinesAndChips) {
     EXPECT_EQ(layout.FirstVisible(), 1);
     EXPECT_EQ(layout.LeftOf(2), 70);
     EXPECT_EQ(layout.ColumnAt(69), 1);
+    EXPECT_EQ(layout.ColumnAt(70), 2);
     EXPECT_EQ(layout.ColumnAt(170), -1);
     EXPECT_EQ(layout.BorderAt(72), 1);
     EXPECT_EQ(layout.BorderAt(90), -1);

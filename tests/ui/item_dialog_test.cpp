@@ -66,6 +66,7 @@ TEST(ItemDialog, TheCopyBoxIsRememberedByOkOnly) {
     rig.Show(true, [](ItemForm& form) {
         EXPECT_EQ(form.State(Control::chkCopyItem).value, 0);
         form.Click(Control::chkCopyItem);
+        EXPECT_EQ(form.State(Control::chkCopyItem).value, 1);
         form.Click(Control::btnCancel);
     });
     EXPECT_EQ(rig.StoredCopy(), 0);

@@ -74,12 +74,14 @@ TEST(DocumentFiles, TheSameFileUnderTwoSpellingsIsADuplicate) {
     };
     const auto groups =
         Duplicates({File(1, u"X:\\a.doc"), File(2, u"P:\\weg.doc"), File(3, u"\\\\srv\\x\\a.doc"),
-                    File(4, u"p:\\.\\\\WEG.doc"), File(5, u"P:/weg2.doc")},
+                    File(4, u"p:\\.\\\\WEG.doc"), File(5, u"P:/weg2.doc"),
+                    File(6, u"\\\\srv\\y\\b.doc"), File(7, u"\\\\\\srv\\y\\b.doc")},
                    identity, culture);
-    ASSERT_EQ(groups.size(), 2U);
+    ASSERT_EQ(groups.size(), 3U);
     EXPECT_EQ(groups[0],
               (std::vector<FileRow>{File(1, u"X:\\a.doc"), File(3, u"\\\\srv\\x\\a.doc")}));
     EXPECT_EQ(groups[1].size(), 2U);
+    EXPECT_EQ(groups[2].size(), 2U);
 }
 
 TEST(FolderPreview, ShowsTheFolderOrWhatIsMissing) {

@@ -107,6 +107,9 @@ TEST(MimeReader, PartsThatNestTooDeepArePassedOver) {
 TEST(ReadMailDate, KnowsZonesAndRefusesWhatIsNoDate) {
     EXPECT_EQ(ReadMailDate("Thu, 1 Jan 1970 00:00:00 GMT"), 0);
     EXPECT_EQ(ReadMailDate("1 Mar 2024 00:00 -0230"), 1709260200);
+    EXPECT_EQ(ReadMailDate("29 Feb 2024 12:00:00 +0000"), 1709208000);
+    EXPECT_EQ(ReadMailDate("31 Jan 2023 00:00:00 +0000"), 1675123200);
+    EXPECT_EQ(ReadMailDate("1 Dec 2023 00:00:00 +0000"), 1701388800);
     EXPECT_FALSE(ReadMailDate("32 Jan 2024 00:00:00 +0000"));
     EXPECT_FALSE(ReadMailDate(""));
     for (const char* good :
@@ -201,6 +204,29 @@ TEST(MessageStorage, KeepsTheTextsThatAMailShows) {
     const std::size_t place = table.find(flags);
     ASSERT_NE(place, std::string::npos);
     EXPECT_EQ(table[place + 8], 0x11) << "read, with attachments";
+    EXPECT_EQ(table[place + 4], 6) << "may be read and written";
+}
+
+TEST(MessageStorage, TellsWhenAMailWasSentWhereItSays) {
+    const std::string sent("\x40\x00\x39\x00", 4); // PR_CLIENT_SUBMIT_TIME
+    for (const auto& [date, isThere] :
+         {std::pair("Date: Fri, 20 Nov 2026 10:15:30 +0100\r\n", true), std::pair("", false)}) {
+        const Mail mail = ReadMime(std::string(date) + "Subject: Kurz\r\n\r\nText");
+        std::string table;
+        for (const auto& [name, content] : ToMessageStorage(mail).streams) {
+            table = name == u"__properties_version1.0" ? content : table;
+        }
+        EXPECT_EQ(table.find(sent) != std::string::npos, isThere) << date;
+    }
+}
+
+TEST(MimeReader, AQuotedNameKeepsWhatStandsAfterABackslash) {
+    const Mail mail =
+        ReadMime("Content-Type: application/pdf\r\n"
+                 "Content-Disposition: attachment; filename=\"Plan \\(1\\) b.pdf\"\r\n"
+                 "\r\nx");
+    ASSERT_EQ(mail.attachments.size(), 1U);
+    EXPECT_EQ(mail.attachments[0].fileName, u"Plan (1) b.pdf");
 }
 
 TEST(MimeReader, TakesDamagedMailsAsFarAsTheyGo) {
