@@ -76,6 +76,10 @@ TEST(Dates, AreDaysSinceThe30thOfDecember1899) {
     EXPECT_EQ(ToDate({1899, 12, 29, 6, 0, 0}).days, -1.25);
     EXPECT_EQ(*ToCivilTime(Date{-1.25}), (CivilTime{1899, 12, 29, 6, 0, 0}));
     EXPECT_EQ(*ToCivilTime(Date{36526.999999}), (CivilTime{2000, 1, 2, 0, 0, 0}));
+    EXPECT_EQ(*ToCivilTime(Date{-657434}), (CivilTime{100, 1, 1, 0, 0, 0}));
+    EXPECT_EQ(*ToCivilTime(Date{2958465.5}), (CivilTime{9999, 12, 31, 12, 0, 0}));
+    EXPECT_FALSE(ToCivilTime(Date{-657435}));
+    EXPECT_FALSE(ToCivilTime(Date{2958466}));
     EXPECT_FALSE(ToCivilTime(Date{1e9}));
     EXPECT_FALSE(ToCivilTime(Date{-1e300}));
 }
@@ -107,6 +111,10 @@ TEST(Coercion, NumbersRoundHalvesToEvenAndOverflowIsAFailure) {
     EXPECT_EQ(ToLong(3.5, german), 4);
     EXPECT_EQ(ToLong(u"12", german), 12);
     EXPECT_EQ(ToLong(true, german), -1);
+    EXPECT_EQ(ToLong(-2147483648.0, german), INT32_MIN);
+    EXPECT_EQ(ToLong(2147483647.0, german), INT32_MAX);
+    EXPECT_THROW(ToLong(2147483648.0, german), Failure);
+    EXPECT_THROW(ToLong(-2147483649.0, german), Failure);
     EXPECT_THROW(ToLong(1e10, german), Failure);
     EXPECT_THROW(ToLong(u"zwölf", german), Failure);
     EXPECT_TRUE(ToBoolean(u"TRUE", german));

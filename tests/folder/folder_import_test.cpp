@@ -107,6 +107,9 @@ TEST(FolderImport, SortedRowsAreInPlaceAfterwards) {
     rig.main->AddFilesFromProjectFolderEvent();
     EXPECT_EQ(rig.Cell(1, u"Subject"), Value(u"c.doc"));
     EXPECT_EQ(rig.Cell(2, u"Subject"), Value(u"b.doc"));
+    rig.main->AddFile(u"P:\\Proj\\d.doc", u"d.doc", u"", u"", {}, {});
+    EXPECT_EQ(rig.Cell(1, u"Subject"), Value(u"d.doc"))
+        << "what comes later finds its place at once";
 }
 
 TEST(FolderImport, RowsOfAClosedGroupAreOpenedForEveryFile) {

@@ -242,6 +242,9 @@ TEST(MkDirs, PassesOverTheLevelsUpToTheShare) {
     EXPECT_TRUE(rig.main->MkDirs(u"\\\\srv\\share\\A"));
     EXPECT_EQ(rig.LinesOf({u"create folder"}), Lines({u"create folder \\\\srv\\share\\A\\"}));
     EXPECT_TRUE(rig.main->MkDirs(u"\\\\srv\\share"));
+    FolderRig away;
+    away.main->MkDirs(u"\\\\srv\\share\\A");
+    EXPECT_EQ(away.LinesOf({u"create folder"}), Lines({u"create folder \\\\srv\\share\\A\\"}));
 }
 
 TEST(CreateProjectFolderOnRequest, CreatesOnYesAndShowsTheEmptyText) {

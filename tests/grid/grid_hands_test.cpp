@@ -344,6 +344,10 @@ TEST(Dropped, OffersTextAndFilesByTheClipboardsNumbers) {
     EXPECT_EQ((*both.Call(u"GetData", 15).If<List>())->size(), 2U);
     ExpectRefused([&] { both.Call(u"GetData", 2); });
     ExpectRefused([&] { both.Call(u"GetFormat", u"x"); });
+    const Late files{Value(
+        std::make_shared<DroppedObject>(std::vector<std::u16string>{u"C:\\a"}, std::nullopt))};
+    EXPECT_EQ(files.Call(u"GetFormat", 15), Value(true));
+    EXPECT_EQ(files.Call(u"GetFormat", 1), Value(false));
     const Late none{Value(std::make_shared<DroppedObject>(std::nullopt, std::nullopt))};
     EXPECT_EQ(none.Call(u"GetFormat", 15), Value(false));
     EXPECT_EQ(none.Call(u"GetFormat", 1), Value(false));

@@ -109,6 +109,8 @@ TEST(ActionNumberIn, ReadsTheNumberBackOutOfTheText) {
     EXPECT_EQ(ActionNumberIn(u""), u"-1");
     EXPECT_EQ(ActionNumberIn(u"ohne Klammer"), u"-1");
     EXPECT_EQ(ActionNumberIn(u"N ("), u"-1");
+    EXPECT_EQ(ActionNumberIn(u"Nr. ("), u"-1");
+    EXPECT_EQ(ActionNumberIn(u"Nr.  ("), u"");
 }
 
 TEST(NewDMSItem, ACopiedFileGetsItsNameAsSubjectAndTheListIsPersistedOnce) {

@@ -161,6 +161,8 @@ TEST(ItemDialog, BrowsingBeginsInTheRememberedFolderAndRemembersTheNewOne) {
     });
     EXPECT_EQ(rig.fakes.dialogs.lastChooser->title, u"Wählen Sie ein Dokument aus...");
     EXPECT_EQ(rig.fakes.dialogs.lastChooser->flags, 6148U);
+    EXPECT_TRUE(rig.fakes.dialogs.lastChooser->filter.starts_with(
+        std::u16string_view(u"Alle Dateien\0*.*\0", 17)));
     EXPECT_EQ(rig.fakes.journal.Count(u"choose file [Wählen Sie ein Dokument aus...] in D:\\Alt"),
               1U);
     EXPECT_EQ(RegGetString(rig.fakes.registry, kCurrentUser, kDms, u"DMS Default File Directory"),

@@ -1,3 +1,4 @@
+#include "automation/dates.h"
 #include "automation/failure.h"
 #include "automation/late.h"
 #include "automation/text.h"
@@ -104,6 +105,11 @@ TEST(MimeReader, PartsThatNestTooDeepArePassedOver) {
     EXPECT_EQ(ReadMime(message + "\nText").text, u"");
 }
 
+TEST(MailCoding, BlanksAtBothEndsGo) {
+    EXPECT_EQ(TrimAscii("  a b \r\n"), "a b");
+    EXPECT_EQ(TrimAscii("\t "), "");
+}
+
 TEST(ReadMailDate, KnowsZonesAndRefusesWhatIsNoDate) {
     EXPECT_EQ(ReadMailDate("Thu, 1 Jan 1970 00:00:00 GMT"), 0);
     EXPECT_EQ(ReadMailDate("1 Mar 2024 00:00 -0230"), 1709260200);
@@ -139,6 +145,8 @@ TEST(MailItem, SavesItselfAndItsAttachmentsAndDiscardsDeletions) {
                      culture));
     EXPECT_EQ(item.Call(u"Subject"), Value(u"Angebot für Größe 5 und mehr"));
     EXPECT_EQ(item.Call(u"To"), Value(u"Muster, Erika; bau@example.org"));
+    EXPECT_NEAR(item.Call(u"SentOn").If<Date>()->days, ToDate({2026, 11, 20, 9, 15, 30}).days,
+                1e-6);
     EXPECT_EQ(item[u"Attachments"].Call(u"count"), Value(3));
     item[u"Attachments"](u"Item", 1).Call(u"SaveAsFile", u"C:\\tmp.msg");
     item.Call(u"SaveAs", u"C:\\ganz.msg", 3);
