@@ -10,7 +10,7 @@ target_compile_options(talvix_flags INTERFACE
     -Wno-maybe-uninitialized)     # GCC 12 takes an empty std::optional's content for a read
 if(TALVIX_SANITIZE)
     target_compile_options(talvix_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
-        -fno-omit-frame-pointer)
+        -fno-omit-frame-pointer -D_GLIBCXX_ASSERTIONS) # sanitizers do not see the end of a view
     target_link_options(talvix_flags INTERFACE -fsanitize=address,undefined)
 endif()
 if(TALVIX_COVERAGE)
@@ -19,7 +19,7 @@ if(TALVIX_COVERAGE)
 endif()
 if(TALVIX_FUZZ)
     target_compile_options(talvix_flags INTERFACE -fsanitize=fuzzer-no-link,address,undefined
-        -fno-sanitize-recover=all)
+        -fno-sanitize-recover=all -D_GLIBCXX_ASSERTIONS)
     target_link_options(talvix_flags INTERFACE -fsanitize=address,undefined)
 endif()
 if(TALVIX_TIDY)

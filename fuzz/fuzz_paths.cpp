@@ -19,6 +19,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::u16string path = BuildPath(folder, cleaned);
     if (!cleaned.empty() && !folder.empty()) {
         Require(Trim(cleaned).empty() || GetFileName(path) == cleaned);
+        Require(BuildPath(std::u16string(folder) + u"\\", cleaned) == path);
+        Require(path.size() <= folder.size() + 1 + cleaned.size());
     }
     if (IsPlainFileName(name)) {
         Require(BuildPath(u"P:\\Proj", name) == u"P:\\Proj\\" + std::u16string(name));
