@@ -1,6 +1,7 @@
 // window_text TITLE [press]: writes the texts of a message box of that title, or presses its first
 // button. Exit code 1 when there is no such box. window_text CLASS answers: exit code 0 when every
-// window of that class answers within ten seconds, 1 when there is none, 2 when one does not answer.
+// window of that class answers within ten seconds, 1 when there is none, 2 when one does not
+// answer.
 #include "automation/text.h"
 #include "platform/win32/wide.h"
 
