@@ -3,7 +3,8 @@
 // Every document has to arrive, whole and under a name of its own. A user that fails leaves a note
 // of how far he came.
 //
-// store_together kill [ROUNDS]: one program stores large documents and is killed at random moments.
+// store_together kill [ROUNDS]: one program stores large documents and is killed at random moments
+// while a copy is under way.
 // Under its final name a document is whole, or it is not there.
 #include "automation/text.h"
 #include "folder/project_copy.h"
@@ -220,6 +221,7 @@ bool KillWhileStoring(ProofRandom& random, Remains& all) {
     for (int wait = 0; wait < 500 && !HasUnfinished(folder); ++wait) {
         Sleep(1);
     }
+    Sleep(static_cast<DWORD>(random.Below(4)));
     TerminateProcess(process, 1);
     WaitForSingleObject(process, INFINITE);
     CloseHandle(process);
