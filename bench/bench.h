@@ -50,6 +50,8 @@ int FillBench();
 int MemoryBench(const std::string& kind);
 /// Sorting, grouping, painting and finding in windows; needs a display.
 int ViewBench();
+/// Only the painting of `ViewBench`.
+int PaintBench();
 /// Scrolls 3,000 times, for a profiler to watch.
 int ScrollAgain();
 /// Reading a folder in, twice, and removing what came; see make_import_folders in tools/bench for

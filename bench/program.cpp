@@ -21,6 +21,9 @@ int Run(const std::string& part, const std::string& first, const std::string& se
     if (part == "view") {
         return ViewBench();
     }
+    if (part == "paint") {
+        return PaintBench();
+    }
     if (part == "scroll") {
         return ScrollAgain();
     }
@@ -51,10 +54,11 @@ int Run(const std::string& part, const std::string& first, const std::string& se
     if (part == "once") {
         return CreateOnce(first);
     }
-    std::printf("talvix_bench fill | memory KIND | view | scroll | import FOLDER | cycles FOLDER | "
-                "again FOLDER | script "
-                "FOLDER SCRIPT | init "
-                "FOLDER | folder FOLDER | call | creation\n");
+    std::printf(
+        "talvix_bench fill | memory KIND | view | paint | scroll | import FOLDER | cycles FOLDER | "
+        "again FOLDER | script "
+        "FOLDER SCRIPT | init "
+        "FOLDER | folder FOLDER | call | creation\n");
     return 2;
 }
 

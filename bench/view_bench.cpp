@@ -22,6 +22,7 @@ double DrawTextsBare(HWND window, const std::vector<Row>& rows) {
     const OwnedMemoryDc memory(CreateCompatibleDC(screen.Get()));
     const OwnedBitmap bitmap(CreateCompatibleBitmap(screen.Get(), client.right, client.bottom));
     const Chosen chosen(memory.Get(), bitmap.Get());
+    const Chosen font(memory.Get(), GetStockObject(DEFAULT_GUI_FONT));
     constexpr int kLine = 19;
     for (int line = 0; line * kLine < client.bottom; ++line) {
         for (int column = 0; column < kColumns; ++column) {
@@ -122,6 +123,13 @@ int ScrollAgain() {
         time += ScrollThree(grid, way);
     }
     std::printf("%.3f ms per turn of the wheel\n", time / 3);
+    return 0;
+}
+
+int PaintBench() {
+    InitCommonControls();
+    const std::vector<Row> rows = MakeRows();
+    ComparePainting(rows, GridInWindow(rows), ListInWindow(rows));
     return 0;
 }
 

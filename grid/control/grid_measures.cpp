@@ -47,31 +47,6 @@ std::int32_t GridPainter::WidthOf(HDC dc, std::u16string_view text) const {
     return size.cx;
 }
 
-std::optional<std::int32_t> GridPainter::QuickWidth(std::u16string_view text) const {
-    std::int32_t width = 0;
-    for (const char16_t unit : text) {
-        if (unit < u' ' || unit >= kLatinUnits) {
-            return std::nullopt;
-        }
-        width += advances_[unit];
-    }
-    return width;
-}
-
-std::u16string_view GridPainter::Shortened(std::u16string_view text, std::int32_t room) {
-    constexpr std::u16string_view kDots = u"...";
-    room -= *QuickWidth(kDots);
-    shortText_.clear();
-    for (const char16_t unit : text) {
-        room -= advances_[unit];
-        if (room < 0) {
-            break;
-        }
-        shortText_ += unit;
-    }
-    return shortText_ += kDots;
-}
-
 std::int32_t GridPainter::BestWidth(std::size_t column) {
     const Column& design = model_.columns.At(column);
     const ScreenDc screen;

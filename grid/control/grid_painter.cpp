@@ -4,7 +4,6 @@
 #include "grid/model/shown_text.h"
 #include "platform/win32/com/com_ptr.h"
 #include "platform/win32/com/late_dispatch.h"
-#include "platform/win32/device_context.h"
 #include "platform/win32/wide.h"
 
 #include <windows.h>
@@ -40,6 +39,12 @@ bool HasHighContrast() {
            (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
 }
 
+/// What is recorded may be drawn elsewhere, where the same font has other glyphs.
+bool IsOnScreen(HDC dc) {
+    const DWORD type = GetObjectType(dc);
+    return type == OBJ_DC || type == OBJ_MEMDC;
+}
+
 LOGFONTW MessageFont() {
     NONCLIENTMETRICSW metrics{};
     metrics.cbSize = sizeof metrics;
@@ -55,16 +60,16 @@ LOGFONTW MessageFont() {
 void GridPainter::Measure() {
     highContrast_ = HasHighContrast();
     theme_.Open(highContrast_);
-    LOGFONTW font = MessageFont();
-    font_.Reset(CreateFontIndirectW(&font));
-    font.lfWeight = FW_BOLD;
-    boldFont_.Reset(CreateFontIndirectW(&font));
+    page_ = MemoryPicture(); // a font cannot end while it is chosen
     const ScreenDc screen;
+    LOGFONTW font = MessageFont();
+    font_.Make(screen.Get(), font);
+    font.lfWeight = FW_BOLD;
+    boldFont_.Make(screen.Get(), font);
     const Chosen chosen(screen.Get(), font_.Get());
     TEXTMETRICW text{};
     GetTextMetricsW(screen.Get(), &text);
     textHeight_ = text.tmHeight;
-    GetCharWidth32W(screen.Get(), 0, kLatinUnits - 1, advances_.data());
     dateTexts_.clear();
     Metrics& metrics = model_.layout.metrics;
     metrics.dpi = GetDeviceCaps(screen.Get(), LOGPIXELSY);
@@ -75,15 +80,21 @@ void GridPainter::Measure() {
 }
 
 void GridPainter::DrawBuffered(HDC dc, const SIZE& window, const RECT& part, bool focused) {
-    const LONG width = std::max<LONG>(1, part.right - part.left);
-    const LONG height = std::max<LONG>(1, part.bottom - part.top);
-    const OwnedMemoryDc memory(CreateCompatibleDC(dc));
-    const OwnedBitmap bitmap(CreateCompatibleBitmap(dc, width, height));
-    const Chosen chosen(memory.Get(), bitmap.Get());
-    IntersectClipRect(memory.Get(), 0, 0, width, height);
-    Draw(memory.Get(), RECT{-part.left, -part.top, window.cx - part.left, window.cy - part.top},
-         focused);
-    BitBlt(dc, part.left, part.top, width, height, memory.Get(), 0, 0, SRCCOPY);
+    if (page_.Size().cx < window.cx || page_.Size().cy < window.cy) {
+        page_ = MemoryPicture(dc, window);
+        SelectObject(page_.Get(), font_.Get());
+        SetBkMode(page_.Get(), TRANSPARENT);
+    }
+    if (!page_) {
+        Draw(dc, RECT{0, 0, window.cx, window.cy}, focused); // as well as it can be done
+        return;
+    }
+    // Saving and restoring all that is chosen into the device would take as long as ten rows.
+    IntersectClipRect(page_.Get(), part.left, part.top, part.right, part.bottom);
+    DrawAll(page_.Get(), window, focused);
+    SelectClipRgn(page_.Get(), nullptr);
+    BitBlt(dc, part.left, part.top, part.right - part.left, part.bottom - part.top, page_.Get(),
+           part.left, part.top, SRCCOPY);
 }
 
 void GridPainter::Draw(HDC dc, const RECT& place, bool focused) {
@@ -93,6 +104,12 @@ void GridPainter::Draw(HDC dc, const RECT& place, bool focused) {
     const SIZE size{place.right - place.left, place.bottom - place.top};
     SelectObject(dc, font_.Get());
     SetBkMode(dc, TRANSPARENT);
+    DrawAll(dc, size, focused);
+    RestoreDC(dc, saved);
+}
+
+/// With the normal font and a transparent background chosen, and the window's corner as origin.
+void GridPainter::DrawAll(HDC dc, const SIZE& size, bool focused) {
     Fill(dc, RECT{0, 0, size.cx, size.cy}, GetSysColor(COLOR_WINDOW));
     DrawRows(dc, size, focused);
     DrawEmptyHint(dc, size);
@@ -106,18 +123,19 @@ void GridPainter::Draw(HDC dc, const RECT& place, bool focused) {
         Fill(dc, RECT{mark->left, mark->top, mark->right, mark->bottom},
              GetSysColor(COLOR_HIGHLIGHT));
     }
-    RestoreDC(dc, saved);
 }
 
-void GridPainter::DrawString(HDC dc, RECT box, std::u16string_view text, Alignment alignment) {
+void GridPainter::DrawString(HDC dc, RECT box, std::u16string_view text, Alignment alignment,
+                             bool bold) {
     const std::int32_t padding = model_.layout.Scaled(kPadding);
     InflateRect(&box, -padding, 0);
     if (box.right <= box.left || text.empty()) {
         return;
     }
     const LONG room = box.right - box.left;
-    auto width = QuickWidth(text);
-    if (drawsBold_ || !width) {
+    LatinFont& font = bold ? boldFont_ : font_;
+    auto width = font.WidthOf(text);
+    if (!width || !IsOnScreen(dc)) {
         const UINT side = alignment == Alignment::Right    ? DT_RIGHT
                           : alignment == Alignment::Centre ? DT_CENTER
                                                            : DT_LEFT;
@@ -127,14 +145,13 @@ void GridPainter::DrawString(HDC dc, RECT box, std::u16string_view text, Alignme
     }
     // Where the widths are known, nothing needs DrawText's care, which takes several times as long.
     if (*width > room) {
-        text = Shortened(text, room);
-        width = QuickWidth(text);
+        text = font.Shortened(text, room);
+        width = font.WidthOf(text);
     }
     const LONG left = alignment == Alignment::Right    ? box.right - *width
                       : alignment == Alignment::Centre ? box.left + (room - *width) / 2
                                                        : box.left;
-    ExtTextOutW(dc, left, box.top + (box.bottom - box.top - textHeight_) / 2, ETO_CLIPPED, &box,
-                WideUnits(text), static_cast<UINT>(text.size()), nullptr);
+    font.Draw(dc, {left, box.top + (box.bottom - box.top - textHeight_) / 2}, box, text);
 }
 
 void GridPainter::DrawGroupBox(HDC dc, std::int32_t width) {
@@ -214,16 +231,18 @@ void GridPainter::DrawRows(HDC dc, const SIZE& size, bool focused) {
     const Layout& layout = model_.layout;
     const std::vector<std::int32_t>& shown = model_.rows.ShownNumbers();
     const RowRef current = model_.rows.Current();
-    for (auto line = static_cast<std::size_t>(std::max(0, layout.firstLine)); line < shown.size();
-         ++line) {
+    RECT clip{};
+    if (GetClipBox(dc, &clip) == ERROR) {
+        clip = RECT{0, 0, size.cx, size.cy}; // what is recorded is not clipped
+    }
+    const std::int32_t first =
+        std::max(0, layout.LineAt(std::max<LONG>(clip.top, layout.RowsTop())));
+    for (auto line = static_cast<std::size_t>(first); line < shown.size(); ++line) {
         const std::int32_t top = layout.TopOfLine(static_cast<std::int32_t>(line));
-        if (top >= size.cy) {
+        if (top >= clip.bottom) {
             break;
         }
         const RECT box{0, top, size.cx, top + layout.metrics.rowHeight};
-        if (RectVisible(dc, &box) == FALSE) {
-            continue;
-        }
         const RowRef row = model_.rows.At(shown[line]);
         DrawRow(dc, box, row, line % 2 != 0, focused);
         if (focused && row == current) {
@@ -304,11 +323,9 @@ void GridPainter::DrawHeading(HDC dc, const RECT& line, const GroupNode& node,
     const RECT sign{left + layout.Scaled(4), middle - side / 2, left + layout.Scaled(4) + side,
                     middle - side / 2 + side};
     DrawSign(dc, sign, node.expanded, background);
-    const Chosen chosenFont(dc, boldFont_.Get());
-    drawsBold_ = true;
+    const Chosen chosen(dc, boldFont_.Get());
     DrawString(dc, RECT{sign.right + layout.Scaled(2), line.top, line.right, line.bottom},
-               model_.HeadingText(node), Alignment::Left);
-    drawsBold_ = false;
+               model_.HeadingText(node), Alignment::Left, true);
 }
 
 void GridPainter::DrawCell(HDC dc, RECT cell, const RowRef& row, const Column& column) {

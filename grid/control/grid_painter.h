@@ -1,12 +1,12 @@
 #pragma once
 
 #include "grid/control/grid_theme.h"
+#include "grid/control/latin_font.h"
 #include "grid/model/grid_model.h"
-#include "platform/win32/owned.h"
+#include "platform/win32/device_context.h"
 
 #include <windows.h>
 
-#include <array>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -37,12 +37,8 @@ public:
 
 private:
     std::int32_t WidthOf(HDC dc, std::u16string_view text) const;
-    /// Width in the normal font, without asking the system; nothing for characters beyond Latin.
-    std::optional<std::int32_t> QuickWidth(std::u16string_view text) const;
-    /// As much of a text whose widths are known as has room before three dots; valid until the next
-    /// call.
-    std::u16string_view Shortened(std::u16string_view text, std::int32_t room);
     const std::u16string& CellText(const RowRef& row, const Column& column);
+    void DrawAll(HDC dc, const SIZE& size, bool focused);
     void DrawGroupBox(HDC dc, std::int32_t width);
     void DrawHeader(HDC dc, std::int32_t width);
     void DrawHeaderItem(HDC dc, RECT box);
@@ -54,20 +50,18 @@ private:
     void DrawCell(HDC dc, RECT cell, const RowRef& row, const Column& column);
     void DrawImage(HDC dc, const RECT& cell, const RowRef& row, const Column& column);
     void DrawEmptyHint(HDC dc, const SIZE& size);
-    void DrawString(HDC dc, RECT box, std::u16string_view text, Alignment alignment);
+    void DrawString(HDC dc, RECT box, std::u16string_view text, Alignment alignment,
+                    bool bold = false);
 
     GridModel& model_;
     GridTheme theme_;
-    OwnedFont font_;
-    OwnedFont boldFont_;
+    LatinFont font_;
+    LatinFont boldFont_;
+    MemoryPicture page_; ///< what the window is drawn through; the normal font is chosen into it
     bool highContrast_ = false;
-    static constexpr std::size_t kLatinUnits = 0x180;
-    std::array<std::int32_t, kLatinUnits> advances_{}; ///< of the normal font's Latin characters
     std::int32_t textHeight_ = 0;
-    bool drawsBold_ = false;
     std::unordered_map<double, std::u16string> dateTexts_; ///< shown lately
     std::u16string cellText_;
-    std::u16string shortText_;
 };
 
 } // namespace talvix::grid

@@ -1,7 +1,5 @@
 #include "grid/control/grid_theme.h"
 
-#include "platform/win32/device_context.h"
-
 namespace talvix::grid {
 
 namespace {
@@ -12,7 +10,7 @@ constexpr int kNormal = 1;
 constexpr int kGlyph = 2;
 constexpr int kClosed = 1;
 constexpr int kOpened = 2;
-constexpr std::size_t kMostKept = 200;
+constexpr std::size_t kMostKept = 100;
 
 } // namespace
 
@@ -22,44 +20,41 @@ void GridTheme::Open(bool highContrast) {
     header_.Reset(styled ? OpenThemeData(nullptr, L"HEADER") : nullptr);
     tree_.Reset(styled ? OpenThemeData(nullptr, L"TREEVIEW") : nullptr);
     const ScreenDc screen;
-    memory_.Reset(styled ? CreateCompatibleDC(screen.Get()) : nullptr);
     if (tree_ && FAILED(GetThemePartSize(tree_.Get(), screen.Get(), kGlyph, kClosed, nullptr,
                                          TS_TRUE, &signSize_))) {
         tree_.Reset();
     }
 }
 
-HBITMAP GridTheme::PictureOf(const OwnedTheme& theme, const Piece& piece) {
+/// The picture of a piece; empty where the style has none.
+const MemoryPicture& GridTheme::PictureOf(const OwnedTheme& theme, const Piece& piece) {
     if (pictures_.size() > kMostKept) {
         pictures_.clear();
     }
-    OwnedBitmap& kept = pictures_[{piece.part, piece.state, piece.size.cx, piece.size.cy,
-                                   static_cast<std::int64_t>(piece.background)}];
-    if (kept) {
-        return kept.Get();
+    const auto [kept, isNew] =
+        pictures_.try_emplace({piece.part, piece.state, piece.size.cx, piece.size.cy,
+                               static_cast<std::int64_t>(piece.background)});
+    if (isNew) {
+        const ScreenDc screen;
+        MemoryPicture picture(screen.Get(), piece.size);
+        const OwnedBrush brush(CreateSolidBrush(piece.background));
+        const RECT all{0, 0, piece.size.cx, piece.size.cy};
+        FillRect(picture.Get(), &all, brush.Get());
+        if (SUCCEEDED(DrawThemeBackground(theme.Get(), picture.Get(), piece.part, piece.state, &all,
+                                          nullptr))) {
+            kept->second = std::move(picture);
+        }
     }
-    const ScreenDc screen;
-    OwnedBitmap picture(CreateCompatibleBitmap(screen.Get(), piece.size.cx, piece.size.cy));
-    const OwnedBrush brush(CreateSolidBrush(piece.background));
-    const Chosen chosen(memory_.Get(), picture.Get());
-    const RECT all{0, 0, piece.size.cx, piece.size.cy};
-    FillRect(memory_.Get(), &all, brush.Get());
-    if (FAILED(DrawThemeBackground(theme.Get(), memory_.Get(), piece.part, piece.state, &all,
-                                   nullptr))) {
-        return nullptr;
-    }
-    kept = std::move(picture);
-    return kept.Get();
+    return kept->second;
 }
 
 bool GridTheme::Draw(HDC dc, POINT place, const OwnedTheme& theme, const Piece& piece) {
-    const HBITMAP picture = theme ? PictureOf(theme, piece) : nullptr;
-    if (picture == nullptr) {
+    if (!theme) {
         return false;
     }
-    const Chosen chosen(memory_.Get(), picture);
-    return BitBlt(dc, place.x, place.y, piece.size.cx, piece.size.cy, memory_.Get(), 0, 0,
-                  SRCCOPY) != FALSE;
+    const MemoryPicture& picture = PictureOf(theme, piece);
+    return picture && BitBlt(dc, place.x, place.y, piece.size.cx, piece.size.cy, picture.Get(), 0,
+                             0, SRCCOPY) != FALSE;
 }
 
 bool GridTheme::DrawHeaderItem(HDC dc, const RECT& box) {

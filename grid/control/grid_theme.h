@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/win32/device_context.h"
 #include "platform/win32/owned.h"
 
 #include <windows.h>
@@ -36,13 +37,12 @@ private:
         COLORREF background;
     };
     bool Draw(HDC dc, POINT place, const OwnedTheme& theme, const Piece& piece);
-    HBITMAP PictureOf(const OwnedTheme& theme, const Piece& piece);
+    const MemoryPicture& PictureOf(const OwnedTheme& theme, const Piece& piece);
 
     OwnedTheme header_;
     OwnedTheme tree_;
     SIZE signSize_{};
-    OwnedMemoryDc memory_;
-    std::map<std::array<std::int64_t, 5>, OwnedBitmap> pictures_;
+    std::map<std::array<std::int64_t, 5>, MemoryPicture> pictures_;
 };
 
 } // namespace talvix::grid

@@ -35,7 +35,7 @@ void GridTips::Create(HWND owner) {
         return;
     }
     TOOLINFOW tool = ToolOf(owner);
-    tool.uFlags = TTF_SUBCLASS | TTF_TRANSPARENT;
+    tool.uFlags = TTF_TRANSPARENT; // no subclass, which all messages would go through
     tool.lpszText = LPSTR_TEXTCALLBACKW;
     SendMessageW(window_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
     SendMessageW(window_, TTM_SETMAXTIPWIDTH, 0, kWidest);
@@ -55,6 +55,17 @@ void GridTips::MouseMove(POINT point) {
     cut_ = painter_.CutTextAt(point);
     if (cut_) {
         Announce(cut_->place);
+    }
+}
+
+void GridTips::Relay(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (window_ != nullptr && cut_) {
+        MSG told{};
+        told.hwnd = owner_;
+        told.message = message;
+        told.wParam = wParam;
+        told.lParam = lParam;
+        SendMessageW(window_, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&told));
     }
 }
 

@@ -15,6 +15,8 @@ public:
     void Create(HWND owner);
     /// The mouse is over a point of the owner.
     void MouseMove(POINT point);
+    /// Tells the tip's window of a message of the mouse to the owner.
+    void Relay(UINT message, WPARAM wParam, LPARAM lParam);
     /// Takes the tip away, such as when the rows move below it.
     void Hide();
     /// What the tip's window asks its owner; nothing for other notifications.

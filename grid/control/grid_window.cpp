@@ -30,7 +30,7 @@ bool EnsureWindowClass(WNDPROC procedure) {
     }
     WNDCLASSEXW own{};
     own.cbSize = sizeof own;
-    own.style = CS_DBLCLKS;
+    own.style = CS_DBLCLKS | CS_OWNDC; // its own device is at hand at once
     own.lpfnWndProc = procedure;
     own.hInstance = ModuleHandle();
     own.hCursor = LoadCursorW(nullptr, MAKEINTRESOURCEW(32512));
@@ -134,8 +134,7 @@ void GridWindow::Paint() {
     const HDC dc = BeginPaint(window_, &paint);
     if (model_->Redraw()) {
         const RECT client = ClientOf(window_);
-        painter_.DrawBuffered(dc, {client.right, client.bottom}, paint.rcPaint,
-                              GetFocus() == window_);
+        painter_.DrawBuffered(dc, {client.right, client.bottom}, paint.rcPaint, hasFocus_);
     }
     EndPaint(window_, &paint);
 }
@@ -159,6 +158,7 @@ LRESULT CALLBACK GridWindow::Procedure(HWND window, UINT message, WPARAM wParam,
         own->window_ = nullptr;
         own->accessible_.SetWindow(nullptr);
         own->told_ = {};
+        own->hasFocus_ = false;
         own->model_->view = nullptr;
         own->refreshPosted_ = false;
         return DefWindowProcW(window, message, wParam, lParam);
@@ -250,11 +250,13 @@ LRESULT GridWindow::HandleKeyboard(UINT message, WPARAM wParam, LPARAM lParam) {
         // Enter is the grid's: a dialog around it would take it for its default button.
         return DLGC_WANTARROWS | DLGC_WANTCHARS | (wParam == VK_RETURN ? DLGC_WANTMESSAGE : 0);
     case WM_SETFOCUS:
+        hasFocus_ = true;
         onFocus_();
         accessible_.TellFocus();
         InvalidateRect(window_, nullptr, FALSE);
         return 0;
     case WM_KILLFOCUS:
+        hasFocus_ = false;
         InvalidateRect(window_, nullptr, FALSE);
         return 0;
     case WM_KEYDOWN:
@@ -296,6 +298,10 @@ void GridWindow::OpenContextMenu(LPARAM screenPoint) {
 LRESULT GridWindow::HandleMouse(UINT message, WPARAM wParam, LPARAM lParam) {
     const POINT point{Signed16(static_cast<DWORD_PTR>(lParam)),
                       Signed16(static_cast<DWORD_PTR>(lParam) >> 16U)};
+    if (message == WM_MOUSEMOVE) {
+        tips_.MouseMove(point);
+    }
+    tips_.Relay(message, wParam, lParam);
     switch (message) {
     case WM_LBUTTONDOWN:
     case WM_RBUTTONDOWN:
@@ -318,7 +324,6 @@ LRESULT GridWindow::HandleMouse(UINT message, WPARAM wParam, LPARAM lParam) {
         RightButtonUp(point);
         return 0;
     case WM_MOUSEMOVE:
-        tips_.MouseMove(point);
         input_.MouseMove(point, (wParam & MK_LBUTTON) != 0);
         return 0;
     case WM_MOUSEWHEEL:

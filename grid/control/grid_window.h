@@ -57,6 +57,7 @@ private:
     void UpdateScrollBars();
     void ShowScrollBar(int bar, std::int32_t count, std::int32_t page, std::int32_t place);
     void PaintScrollBars();
+    void MoveRows(std::int32_t lines);
     void ScrollBy(bool vertical, std::int32_t amount);
     void OnScroll(bool vertical, WPARAM wParam);
     std::int32_t PageLines() const;
@@ -74,6 +75,8 @@ private:
     static constexpr UINT_PTR kPaintBars = 1; ///< timer
     std::array<SCROLLINFO, 2> told_{};        ///< of the horizontal and the vertical scroll bar
     std::array<bool, 2> staleBars_{};         ///< whose picture is older than what was told
+    bool barsMove_ = false;                   ///< told since the timer's last tick
+    bool hasFocus_ = false;
     bool inert_ = false;
     bool refreshPosted_ = false;
     int wheelRest_ = 0;
