@@ -12,13 +12,6 @@ namespace {
 
 constexpr UINT kBarsFollow = 20; // milliseconds
 
-/// Whether a part of the window waits to be drawn. (Asking for the region is one call into the
-/// system, asking for the rectangle two.)
-bool IsStale(HWND window) {
-    const OwnedRegion region(CreateRectRgn(0, 0, 0, 0));
-    return GetUpdateRgn(window, region.Get(), FALSE) != NULLREGION;
-}
-
 } // namespace
 
 std::int32_t GridWindow::PageLines() const {
@@ -92,7 +85,7 @@ void GridWindow::ScrollBy(bool vertical, std::int32_t amount) {
     tips_.Hide();
     UpdateScrollBars();
     const std::int32_t lines = place - before;
-    if (!vertical || !model_->Redraw() || std::abs(lines) >= PageLines() || IsStale(window_)) {
+    if (!vertical || !model_->Redraw() || std::abs(lines) >= PageLines()) {
         InvalidateRect(window_, nullptr, FALSE);
     } else if (lines != 0) {
         MoveRows(lines);
@@ -100,7 +93,8 @@ void GridWindow::ScrollBy(bool vertical, std::int32_t amount) {
 }
 
 /// Moves what is on the screen and draws what comes into sight. Drawing at once, instead of asking
-/// for it, saves half of the time, which would go into the system's care for what is to be drawn.
+/// for it, saves the time that the system takes to care for what is to be drawn. Where something
+/// waits to be drawn, it has moved too: Paint sees to that.
 void GridWindow::MoveRows(std::int32_t lines) {
     const Layout& layout = model_->layout;
     const RECT client = ClientOf(window_);
@@ -112,6 +106,7 @@ void GridWindow::MoveRows(std::int32_t lines) {
         InvalidateRect(window_, nullptr, FALSE);
         return;
     }
+    hasMoved_ = true;
     painter_.DrawBuffered(screen.Get(), {client.right, client.bottom}, bare, hasFocus_);
 }
 

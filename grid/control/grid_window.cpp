@@ -13,6 +13,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace talvix::grid {
 
@@ -130,6 +131,9 @@ void GridWindow::Refresh() {
 }
 
 void GridWindow::Paint() {
+    if (std::exchange(hasMoved_, false)) {
+        InvalidateRect(window_, nullptr, FALSE);
+    }
     PAINTSTRUCT paint{};
     const HDC dc = BeginPaint(window_, &paint);
     if (model_->Redraw()) {

@@ -76,6 +76,7 @@ private:
     std::array<SCROLLINFO, 2> told_{};        ///< of the horizontal and the vertical scroll bar
     std::array<bool, 2> staleBars_{};         ///< whose picture is older than what was told
     bool barsMove_ = false;                   ///< told since the timer's last tick
+    bool hasMoved_ = false;                   ///< the rows on the screen, since the last painting
     bool hasFocus_ = false;
     bool inert_ = false;
     bool refreshPosted_ = false;

@@ -98,7 +98,6 @@ using OwnedFont = Owned<GdiTraits<HFONT>>;
 using OwnedBitmap = Owned<GdiTraits<HBITMAP>>;
 using OwnedBrush = Owned<GdiTraits<HBRUSH>>;
 using OwnedPen = Owned<GdiTraits<HPEN>>;
-using OwnedRegion = Owned<GdiTraits<HRGN>>;
 using OwnedMemoryDc = Owned<MemoryDcTraits>;
 using OwnedAccelerators = Owned<AcceleratorTraits>;
 
