@@ -20,6 +20,9 @@ int Cycles() {
     return static_cast<int>(ProofCount("CYCLES", 5000, 100000));
 }
 
+/// Less than four bytes of each attached component in the short form.
+constexpr std::size_t kMemoryOfTheSystem = 20000;
+
 /// Runs the work until it is warm, then often, and compares.
 template <typename Work>
 void ExpectNothingIsLeft(int cycles, Work&& work) {
@@ -27,9 +30,11 @@ void ExpectNothingIsLeft(int cycles, Work&& work) {
         work();
     }
     const Holdings before = Holdings::Now();
+    const std::size_t bytes = Holdings::BytesInUse();
     for (int cycle = 0; cycle < cycles; ++cycle) {
         work();
     }
+    EXPECT_LE(Holdings::BytesInUse(), bytes + kMemoryOfTheSystem);
     EXPECT_EQ(Holdings::Now(), before);
 }
 
@@ -81,6 +86,9 @@ TEST(Life, TheCountsTell) {
     const OwnedBrush brush(CreateSolidBrush(RGB(1, 2, 3)));
     const HWND window = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr,
                                         nullptr, nullptr);
+    const std::size_t bytes = Holdings::BytesInUse();
+    const std::vector<char> memory(100000);
+    EXPECT_GE(Holdings::BytesInUse(), bytes + memory.size());
     const Holdings after = Holdings::Now();
     DestroyWindow(window);
     EXPECT_GT(after.handles, before.handles);
@@ -106,7 +114,8 @@ TEST(Life, AttachedComponentsLeaveNothing) {
     });
     EXPECT_EQ(other.use_count(), 1) << "every reference on a host's object comes back";
     StateProof("life", static_cast<std::size_t>(Cycles()),
-               "components attached, and a tenth as many controls in windows");
+               "components attached, and a tenth as many controls and imports, a fiftieth menus "
+               "and dialogs");
 }
 
 TEST(Life, ControlsInWindowsLeaveNothing) {
@@ -116,6 +125,67 @@ TEST(Life, ControlsInWindowsLeaveNothing) {
         rig.Click(30, 60);
         rig.Pump();
         UpdateWindow(rig.window);
+    });
+}
+
+namespace {
+
+int menusSeen = 0;
+
+void CALLBACK EndTheMenu(HWND window, UINT, UINT_PTR timer, DWORD) {
+    KillTimer(window, timer);
+    GUITHREADINFO state{};
+    state.cbSize = sizeof state;
+    GetGUIThreadInfo(GetCurrentThreadId(), &state);
+    menusSeen += (state.flags & GUI_INMENUMODE) != 0 ? 1 : 0;
+    EndMenu();
+}
+
+/// An attached component whose grid is seen.
+struct SeenRig : ContainerRig {
+    SeenRig() {
+        component.controls[u"DMSGrid"] = grid.Get();
+        component.Attach();
+        Pump();
+    }
+    ComponentRig component;
+};
+
+} // namespace
+
+TEST(Life, MenusLeaveNothing) {
+    SeenRig rig;
+    const int place = rig.MiddleOf(1);
+    menusSeen = 0;
+    const int menus = Cycles() / 50;
+    ExpectNothingIsLeft(menus, [&] {
+        SetTimer(rig.window, 78, 10, EndTheMenu);
+        rig.Send(WM_RBUTTONDOWN, MK_RBUTTON, 30, place);
+        rig.Send(WM_RBUTTONUP, 0, 30, place);
+    });
+    EXPECT_GE(menusSeen, menus);
+}
+
+TEST(Life, DialogsLeaveNothing) {
+    ComponentRig rig;
+    rig.Attach();
+    DialogAnswers answers; // each is left by its cancel button
+    const int dialogs = Cycles() / 50;
+    ExpectNothingIsLeft(dialogs, [&] { rig.main.Call(u"btnNewDocument_Click"); });
+    EXPECT_GE(static_cast<int>(answers.Seen().size()), dialogs);
+}
+
+TEST(Life, ImportsLeaveNothing) {
+    ComponentRig rig;
+    for (int file = 0; file < 10; ++file) {
+        rig.folder.Make(u"Datei " + ToText(Value(file), rig.locale) + u".txt", 5);
+    }
+    rig.Attach();
+    ExpectNothingIsLeft(Cycles() / 10, [&] {
+        rig.main.Call(u"AddFilesFromProjectFolderEvent");
+        ASSERT_EQ(rig.Rows(), 10);
+        rig.grid[u"Rows"].Call(u"Clear");
+        rig.journal.Clear();
     });
 }
 

@@ -51,7 +51,7 @@ std::u16string PlainSpelling(std::u16string_view path, const Culture& culture) {
     const bool isNetwork = plain.starts_with(u"\\\\");
     for (const auto* what : {u"\\.\\", u"\\\\"}) {
         while (plain.find(what, 1) != std::u16string::npos) {
-            plain = plain.substr(0, 1) + Replace(plain.substr(1), what, u"\\");
+            plain.replace(1, std::u16string::npos, Replace(plain.substr(1), what, u"\\"));
         }
     }
     return culture.UpperCase((isNetwork && !plain.starts_with(u"\\\\") ? u"\\" : u"") + plain);
