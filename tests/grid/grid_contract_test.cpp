@@ -352,11 +352,14 @@ TEST(GridText, RowsGoOutAndComeBackAsTheyWere) {
     rig.Add(u"Wert; mit \"Zeichen\"\r\nund Zeile", 1, Date{37986.25});
     rig.Add(u"", -2.5, Empty());
     rig.Add(u" Rand ", u"12", u"2003-01-01");
+    rig.Add(u"am Rand", INT32_MAX);
+    rig.Add(u"am anderen", INT32_MIN);
+    rig.Add(u"darüber", 2147483648.0);
     const Value text = rig.grid.Call(u"SaveRowsAsText", u";");
     const GridRig copy;
     copy.grid.Call(u"LoadRowsFromText", text, u";");
-    ASSERT_EQ(copy.Count(), 3);
-    for (int row = 1; row <= 3; ++row) {
+    ASSERT_EQ(copy.Count(), 6);
+    for (int row = 1; row <= 6; ++row) {
         for (int column = 0; column < 4; ++column) {
             EXPECT_EQ(copy.Row(row).Call(u"Value", column), rig.Row(row).Call(u"Value", column))
                 << row << "," << column;
@@ -389,6 +392,8 @@ TEST(GridHitTest, NumbersTheAreasInPoints) {
     EXPECT_EQ(cell.Call(u"Area"), Value(3));
     EXPECT_EQ(cell.Call(u"Row"), Value(2));
     EXPECT_EQ(cell.Call(u"Column"), Value(1));
+    EXPECT_EQ(area(5, 0.75 * (22 + 18 * 2) - 0.01).Call(u"Row"), Value(2));
+    EXPECT_EQ(area(5, 0.75 * (22 + 18 * 2) + 0.01).Call(u"Row"), Value(0));
     EXPECT_EQ(area(5, 500).Call(u"Area"), Value(0));
     EXPECT_EQ(area(5, 500).Call(u"Row"), Value(0));
     EXPECT_EQ(area(5, 500).Call(u"Column"), Value(-1));

@@ -179,6 +179,7 @@ TEST(UserChanges, AreAskedForAndCanBeRefused) {
     EXPECT_TRUE(rig.model.rows.Sorting()->descending) << "the second click turns it round";
     EXPECT_TRUE(rig.model.GroupByUser(1, 0));
     EXPECT_FALSE(rig.model.GroupByUser(1, 0)) << "grouped already";
+    EXPECT_FALSE(rig.model.rows.Groups()[0].descending);
     EXPECT_TRUE(rig.model.GroupByUser(0, 9));
     EXPECT_TRUE(rig.model.MoveGroupByUser(1, 0));
     EXPECT_EQ(rig.model.rows.Groups()[0].column, 0U);
@@ -373,8 +374,12 @@ TEST(GridMembers, SwitchesAndNumbersAreReadAndWritten) {
     for (const auto* member : {u"MultiSelect", u"FullRowSelect", u"AllowEdit", u"HeaderVisible",
                                u"GroupByBox", u"Redraw"}) {
         for (const bool on : {true, false, true}) {
+            const int before = rig.view.refreshes;
             grid.Set(member, on);
             EXPECT_EQ(grid.Call(member), Value(on)) << ToUtf8(member);
+            if (on) { // without redraw nobody is told
+                EXPECT_GT(rig.view.refreshes, before) << ToUtf8(member);
+            }
         }
     }
     grid.Set(u"GroupIndent", 12);
@@ -385,7 +390,9 @@ TEST(GridMembers, SwitchesAndNumbersAreReadAndWritten) {
     EXPECT_EQ(grid.Call(u"ImageList"), Value(std::int64_t{1} << 40));
     grid.Set(u"ImageList", 5);
     EXPECT_EQ(grid.Call(u"ImageList"), Value(5));
+    const int before = rig.view.refreshes;
     grid.Set(u"GroupByBoxText", u"Text");
+    EXPECT_EQ(rig.view.refreshes, before + 1);
     EXPECT_EQ(grid.Call(u"GroupByBoxText"), Value(u"Text"));
     grid.Set(u"FileColumn", u"Name");
     EXPECT_EQ(grid.Call(u"FileColumn"), Value(u"Name"));

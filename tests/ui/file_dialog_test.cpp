@@ -120,6 +120,7 @@ TEST(FileDialog, ShowFolderChoosesAFolder) {
     rig.dialog.ShowFolder();
     EXPECT_EQ(rig.dialog.FileName(), u"C:\\Wahl");
     EXPECT_EQ(rig.dialog.FileCount(), 1);
+    EXPECT_EQ(rig.fakes.journal.Count(u"browse 65 []"), 1U) << "folders only, in the new style";
 }
 
 TEST(FileDialog, SavingAfterOpeningAsksBeforeItReplaces) {

@@ -110,6 +110,20 @@ TEST(MailCoding, BlanksAtBothEndsGo) {
     EXPECT_EQ(TrimAscii("\t "), "");
 }
 
+TEST(MailCoding, OnlyTwoHexadecimalDigitsAreAByte) {
+    EXPECT_EQ(DecodeQuotedPrintable("=4A=0a=G4=4G=4"), "J\n=G4=4G=4");
+    EXPECT_EQ(DecodePercent("%0A%fF%4"), "\n\xFF%4");
+}
+
+TEST(MimeReader, ANameMayTellItsCharsetAndNoLanguage) {
+    const Mail mail =
+        ReadMime("Content-Type: application/pdf\r\n"
+                 "Content-Disposition: attachment; filename*=utf-8''Gr%C3%B6%C3%9Fe.pdf\r\n"
+                 "\r\nx");
+    ASSERT_EQ(mail.attachments.size(), 1U);
+    EXPECT_EQ(mail.attachments[0].fileName, u"Größe.pdf");
+}
+
 TEST(ReadMailDate, KnowsZonesAndRefusesWhatIsNoDate) {
     EXPECT_EQ(ReadMailDate("Thu, 1 Jan 1970 00:00:00 GMT"), 0);
     EXPECT_EQ(ReadMailDate("1 Mar 2024 00:00 -0230"), 1709260200);
