@@ -16,7 +16,7 @@ public:
     /// What is kept alive while an event is handled, as its host may let go of it meanwhile.
     void SetOwner(std::weak_ptr<void> owner) { owner_ = std::move(owner); }
     /// Arguments by reference are written back; a handler that fails leaves them as they were.
-    void OnEvent(std::u16string_view name, std::span<Value> arguments) override;
+    void OnEvent(std::u16string_view name, std::span<Value> values) override;
 
 private:
     Attachment* attachment_;

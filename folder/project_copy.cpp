@@ -6,6 +6,8 @@
 #include "folder/file_name.h"
 #include "folder/unc_conversion.h"
 
+#include <utility>
+
 namespace talvix {
 
 namespace {
@@ -101,10 +103,10 @@ private:
 /// One copy on its way; any step of it raises Failure where it cannot go on.
 class Copying {
 public:
-    Copying(Attachment& attachment, const std::u16string& source, const std::u16string& folder,
+    Copying(Attachment& attachment, std::u16string source, const std::u16string& folder,
             const std::u16string& name)
         : attachment_(attachment),
-          source_(source),
+          source_(std::move(source)),
           candidates_(attachment.platform.files, folder, name) {}
 
     std::u16string Run() {

@@ -50,7 +50,8 @@ void btnDMSSetStore_Click(Attachment& attachment) {
     next([&] { attachment.SetUserProperty(kFolderProperty, path); });
     if (SubFoldersActive(attachment)) {
         for (const std::u16string& name : GetSubFolderList(attachment)) {
-            std::u16string subFolder = path + u"\\" + name;
+            std::u16string subFolder = path;
+            subFolder.append(u"\\").append(name);
             CreateSubFolder(attachment.platform.files, attachment.trace, subFolder);
         }
     }

@@ -34,7 +34,12 @@ Date Now(Attachment& attachment, ResumeNext& next) {
 /// False when the file is not there.
 bool AddEnteredFile(Attachment& attachment, const ItemDialog& dialog) {
     ResumeNext next{attachment.trace, u"NewDMSItem"};
+    // Copies: while a file is stored, messages are let through, and the dialog may be opened again.
+    // NOLINTBEGIN(performance-unnecessary-copy-initialization)
     const std::u16string path = dialog.Text(Control::TextPhysicalStore1);
+    const std::u16string status = dialog.Text(Control::TextStatus);
+    const std::u16string notes = dialog.Text(Control::TextLongDescription);
+    // NOLINTEND(performance-unnecessary-copy-initialization)
     if (!next.If([&] { return FileExistsOnDisk(attachment.platform.files, path); })) {
         next([&] {
             attachment.platform.messages.Show(
@@ -43,8 +48,6 @@ bool AddEnteredFile(Attachment& attachment, const ItemDialog& dialog) {
         });
         return false;
     }
-    const std::u16string status = dialog.Text(Control::TextStatus);
-    const std::u16string notes = dialog.Text(Control::TextLongDescription);
     if (dialog.Option(Control::chkCopyItem) != 0) {
         CopyToProjectFolder(attachment, {path, u"", status, notes, u"", Date{}, Date{}, u""});
     } else {

@@ -86,14 +86,15 @@ void OpenSelected(Attachment& attachment) {
 
 std::vector<GridRow> SelectedDocuments(Attachment& attachment, ResumeNext& next) {
     std::vector<GridRow> rows;
+    const auto take = [&](std::int32_t number) {
+        GridRow row = attachment.dmsGrid.RowAt(number);
+        if (!row.IsGroup()) {
+            rows.push_back(std::move(row));
+        }
+    };
     for (const RowRange& range : SelectedRanges(attachment, next)) {
         for (std::int32_t number = range.first; number <= range.last; ++number) {
-            next([&] {
-                GridRow row = attachment.dmsGrid.RowAt(number);
-                if (!row.IsGroup()) {
-                    rows.push_back(std::move(row));
-                }
-            });
+            next([&] { take(number); });
         }
     }
     return rows;

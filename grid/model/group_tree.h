@@ -15,6 +15,11 @@ using Line = std::int32_t;
 constexpr bool IsHeading(Line line) {
     return line < 0;
 }
+/// Place of a heading's node in its tree.
+constexpr std::size_t NodeOfHeading(Line heading) {
+    const Line node = ~heading;
+    return static_cast<std::size_t>(node);
+}
 constexpr std::int32_t kNoNode = -1;
 
 struct Grouping {

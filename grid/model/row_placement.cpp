@@ -180,7 +180,7 @@ void RowModel::LeaveHiddenRows() {
     }
     const std::vector<std::uint8_t> passing = HeadingsWithPassingRows();
     for (const Line line : Lines()) {
-        if (IsHeading(line) && passing[static_cast<std::size_t>(~line)] == 0) {
+        if (IsHeading(line) && passing[NodeOfHeading(line)] == 0) {
             tree_.At(~line).selected = false;
             selected_.BreakUniformity();
         } else if (!IsHeading(line) && !filter_.Passes(static_cast<Slot>(line))) {
@@ -229,7 +229,7 @@ const std::vector<std::int32_t>& RowModel::ShownNumbers() {
 void RowModel::AppendShown(std::size_t from, std::size_t to, std::vector<std::int32_t>& shown) {
     const std::vector<std::uint8_t> passing = HeadingsWithPassingRows();
     const auto isFiltered = [&](Line line) {
-        return filter_.IsOn() && (IsHeading(line) ? passing[static_cast<std::size_t>(~line)] == 0
+        return filter_.IsOn() && (IsHeading(line) ? passing[NodeOfHeading(line)] == 0
                                                   : !filter_.Passes(static_cast<Slot>(line)));
     };
     constexpr std::int32_t kAllShown = INT32_MAX;

@@ -244,9 +244,11 @@ void LoadLayout(GridModel& model, std::u16string_view text) {
 std::u16string SaveState(const GridModel& model) {
     std::u16string out;
     Append(out, {kStateMark}, {kVersion});
+    const auto flag = [](bool on) { return on ? 1 : 0; };
     Append(out, {u"Grid", model.options.groupByBoxText},
-           {model.options.groupIndent, model.options.multiSelect, model.options.fullRowSelect,
-            model.options.allowEdit, model.layout.headerVisible, model.layout.groupByBox});
+           {model.options.groupIndent, flag(model.options.multiSelect),
+            flag(model.options.fullRowSelect), flag(model.options.allowEdit),
+            flag(model.layout.headerVisible), flag(model.layout.groupByBox)});
     for (std::size_t index = 0; index < model.columns.Count(); ++index) {
         const Column& column = model.columns.At(index);
         Append(out, {u"Design", column.key, column.caption},

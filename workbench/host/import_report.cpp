@@ -46,15 +46,9 @@ ImportReport ReportImport(const std::unordered_set<std::u16string>& placesBefore
     for (const std::u16string& note : notes) {
         report.lines.push_back({ImportOutcome::Note, u"", note});
     }
-    const auto rank = [](ImportOutcome outcome) {
-        return outcome == ImportOutcome::NotAdded ? 0
-               : outcome == ImportOutcome::Note   ? 1
-               : outcome == ImportOutcome::Added  ? 2
-                                                  : 3;
-    };
     std::stable_sort(report.lines.begin(), report.lines.end(),
                      [&](const ImportLine& left, const ImportLine& right) {
-                         return rank(left.outcome) < rank(right.outcome);
+                         return left.outcome < right.outcome;
                      });
     return report;
 }

@@ -9,7 +9,8 @@
 
 namespace talvix::host {
 
-enum class ImportOutcome { Added, Listed, NotAdded, Note };
+/// In the order in which a report tells them.
+enum class ImportOutcome { NotAdded, Note, Added, Listed };
 
 struct ImportLine {
     ImportOutcome outcome = ImportOutcome::Added;

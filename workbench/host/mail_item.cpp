@@ -121,7 +121,7 @@ Value SentOn(const Mail& mail) {
 
 } // namespace
 
-Object MakeMailItem(Mail mail, MailFiling filing, const Culture& culture) {
+Object MakeMailItem(const Mail& mail, MailFiling filing, const Culture& culture) {
     const auto state =
         std::make_shared<MailState>(MailState{mail, mail, std::move(filing), culture});
     const auto text = [state](std::u16string (*read)(const Mail&)) {

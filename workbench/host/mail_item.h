@@ -18,6 +18,6 @@ struct MailFiling {
 
 /// A mail as an object with the members of a mail item that filing asks for: attachments can be
 /// deleted from it, and `Close(1)` discards that.
-Object MakeMailItem(Mail mail, MailFiling filing, const Culture& culture);
+Object MakeMailItem(const Mail& mail, MailFiling filing, const Culture& culture);
 
 } // namespace talvix::host

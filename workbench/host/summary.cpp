@@ -4,6 +4,7 @@
 #include "automation/text.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace talvix::host {
 
@@ -33,11 +34,10 @@ std::u16string Summary(const Project& project, double seconds, const Culture& cu
     text +=
         u"Dokumente: " + DecimalText(static_cast<long long>(project.documents.size())) + u"\r\n";
     text += u"Größe: " + (kilobytes > 0 ? culture.GroupedText(kilobytes) : u"0") + u" KB\r\n";
-    text +=
-        u"Dauer: " +
-        culture.NumberText(static_cast<double>(static_cast<long long>(seconds * 100 + 0.5)) / 100) +
-        u" s\r\n";
+    text += u"Dauer: " +
+            culture.NumberText(static_cast<double>(std::llround(seconds * 100)) / 100) + u" s\r\n";
     std::vector<std::pair<std::int32_t, std::u16string>> sorted;
+    sorted.reserve(kinds.size());
     for (const auto& [kind, count] : kinds) {
         sorted.emplace_back(-count, kind);
     }

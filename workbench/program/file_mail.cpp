@@ -173,8 +173,7 @@ void FileMailFromDisk(HWND owner, OpenProject& project, const Culture& culture) 
     }
     for (host::Mail& mail : mails) {
         const std::u16string subject = mail.subject;
-        File(project,
-             host::MakeMailItem(std::move(mail), {WriteMessageFile, WriteWholeFile}, culture),
+        File(project, host::MakeMailItem(mail, {WriteMessageFile, WriteWholeFile}, culture),
              subject, choice);
     }
 }
