@@ -167,11 +167,16 @@ void StableSort(std::vector<Slot>& rows, std::span<const std::uint64_t> keys, bo
     items.reserve(rows.size());
     std::uint64_t all = ~std::uint64_t{0};
     std::uint64_t any = 0;
+    bool isInOrder = true; // as when sorted rows are grouped
     for (const Slot slot : rows) {
         const std::uint64_t key = descending ? ~keys[slot] : keys[slot];
+        isInOrder = isInOrder && (items.empty() || items.back().key <= key);
         all &= key;
         any |= key;
         items.push_back({key, slot});
+    }
+    if (isInOrder) {
+        return;
     }
     std::vector<Item> sorted(items.size());
     for (unsigned shift = 0; shift < 64; shift += 8) {
