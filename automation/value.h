@@ -41,11 +41,9 @@ struct Currency {
 /// An error value carried as data (not a raised failure). Its copy is written out because libstdc++
 /// 12 takes a variant of plain kinds, texts and shared pointers for one that always has a value:
 /// when the copy of a text ran out of memory, it would destroy what is not there.
-// NOLINTNEXTLINE(cppcoreguidelines-special-member-functions)
-struct ErrorCode {
+struct ErrorCode { // NOLINT(cppcoreguidelines-special-member-functions)
     ErrorCode() = default;
-    // NOLINTNEXTLINE(google-explicit-constructor)
-    ErrorCode(std::int32_t code) noexcept : number(code) {}
+    ErrorCode(std::int32_t code) noexcept : number(code) {} // NOLINT(google-explicit-constructor)
     // NOLINTNEXTLINE(modernize-use-equals-default)
     ErrorCode(const ErrorCode& other) noexcept : number(other.number) {}
     ErrorCode& operator=(const ErrorCode& other) noexcept = default;

@@ -195,9 +195,8 @@ void StableSort(std::vector<Slot>& rows, std::span<const std::uint64_t> keys, bo
         }
         items.swap(sorted);
     }
-    for (std::size_t at = 0; at < rows.size(); ++at) {
-        rows[at] = items[at].slot;
-    }
+    std::transform(items.begin(), items.end(), rows.begin(),
+                   [](const Item& item) { return item.slot; });
 }
 
 } // namespace talvix::grid
