@@ -1,6 +1,8 @@
 #include "platform/win32/key_watch.h"
 
 #include <algorithm>
+#include <string>
+#include <utility>
 
 namespace talvix {
 
@@ -8,25 +10,43 @@ namespace {
 
 constexpr DWORD kFresh = 50; // milliseconds that an answer holds: asking is a call into the system
 
+bool IsThere(HKEY root, const std::wstring& path) {
+    OwnedKey key;
+    return RegOpenKeyExW(root, path.c_str(), 0, KEY_NOTIFY, key.Out()) != ERROR_FILE_NOT_FOUND;
+}
+
+/// Asks for an event when anything below a key changes, or, while the key is not there, when keys
+/// come below the nearest one that is. Empty where that cannot be watched.
+OwnedKey WatchKey(HKEY root, const std::wstring& path, HANDLE changed) {
+    std::wstring nearest = path;
+    while (!nearest.empty() && !IsThere(root, nearest)) {
+        const std::size_t end = nearest.find_last_of(L'\\');
+        nearest.resize(end == std::wstring::npos ? 0 : end);
+    }
+    const bool isThere = nearest == path;
+    const DWORD what = REG_NOTIFY_CHANGE_NAME | (isThere ? REG_NOTIFY_CHANGE_LAST_SET : 0UL);
+    OwnedKey key;
+    RegOpenKeyExW(root, nearest.c_str(), 0, KEY_NOTIFY, key.Out());
+    const bool isWatched = key && RegNotifyChangeKeyValue(key.Get(), isThere ? TRUE : FALSE, what,
+                                                          changed, TRUE) == ERROR_SUCCESS;
+    const bool hasCome = !isThere && IsThere(root, path); // in between: nobody would tell
+    return isWatched && !hasCome ? std::move(key) : OwnedKey();
+}
+
 } // namespace
 
 KeyWatch::KeyWatch(std::vector<Place> places)
     : places_(std::move(places)), changed_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {}
 
 void KeyWatch::Arm() {
+    keys_.clear(); // a key's former request ends with it, which sets the event
     ResetEvent(changed_.Get());
-    keys_.clear(); // a key's former request ends with it
-    for (const Place& place : places_) {
-        OwnedKey key;
-        RegOpenKeyExW(place.root, place.key, 0, KEY_NOTIFY, key.Out());
-        keys_.push_back(std::move(key));
-    }
     // A request ends with the thread that made it, too; the event is set then.
-    watches_ = std::all_of(keys_.begin(), keys_.end(), [this](const OwnedKey& key) {
-        return key && RegNotifyChangeKeyValue(key.Get(), TRUE,
-                                              REG_NOTIFY_CHANGE_NAME | REG_NOTIFY_CHANGE_LAST_SET,
-                                              changed_.Get(), TRUE) == ERROR_SUCCESS;
-    });
+    for (const Place& place : places_) {
+        keys_.push_back(WatchKey(place.root, place.key, changed_.Get()));
+    }
+    watches_ = std::all_of(keys_.begin(), keys_.end(),
+                           [](const OwnedKey& key) { return static_cast<bool>(key); });
 }
 
 bool KeyWatch::HasChanged() {

@@ -8,8 +8,9 @@
 
 namespace talvix {
 
-/// Tells whether anything below some registry keys has changed since it was asked last. Where a key
-/// cannot be watched everything counts as changed every time.
+/// Tells whether anything below some registry keys has changed since it was asked last, keys that
+/// are not there yet (a new user's own classes) among them. Where a key cannot be watched, such as
+/// one that may not be read, everything counts as changed every time.
 class KeyWatch {
 public:
     struct Place {

@@ -1,4 +1,5 @@
 #include "platform/win32/files.h"
+#include "platform/win32/key_watch.h"
 #include "platform/win32/locale.h"
 #include "platform/win32/network.h"
 #include "platform/win32/objects.h"
@@ -192,6 +193,47 @@ TEST(Win32Shell, PropertiesOfWhatIsNoPathAreAnsweredWithNothing) {
     Win32Shell shell;
     EXPECT_EQ(shell.ShowProperties(u"http://example.org", 0), 0);
     EXPECT_EQ(shell.ShowProperties(u"C:\\gibtsnicht\\a.doc", 0), 0);
+}
+
+TEST(KeyWatch, TellsOfKeysThatComeAndGoAndOfNothingElse) {
+    const std::wstring upper = L"Software\\TalvixWatch";
+    const std::wstring watched = upper + L"\\Inner\\Classes";
+    const auto remove = [&] {
+        for (const wchar_t* below : {L"\\Inner\\Classes\\.doc\\shell", L"\\Inner\\Classes\\.doc",
+                                     L"\\Inner\\Classes", L"\\Inner", L""}) {
+            RegDeleteKeyW(HKEY_CURRENT_USER, (upper + below).c_str());
+        }
+    };
+    remove();
+    KeyWatch watch({{HKEY_CURRENT_USER, watched.c_str()}});
+    const auto hasChanged = [&] {
+        Sleep(60); // longer than an answer holds
+        return watch.HasChanged();
+    };
+    const auto make = [](const std::wstring& path) {
+        OwnedKey key;
+        RegCreateKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr,
+                        key.Out(), nullptr);
+        return key;
+    };
+    EXPECT_TRUE(hasChanged()) << "at first";
+    EXPECT_FALSE(hasChanged()) << "what is not there has not changed";
+    make(upper);
+    EXPECT_TRUE(hasChanged()) << "a key above has come";
+    EXPECT_FALSE(hasChanged());
+    OwnedKey key = make(watched);
+    EXPECT_TRUE(hasChanged());
+    EXPECT_FALSE(hasChanged());
+    RegSetValueExW(key.Get(), L"a", 0, REG_SZ, nullptr, 0);
+    EXPECT_TRUE(hasChanged()) << "a value in it";
+    EXPECT_FALSE(hasChanged());
+    make(watched + L"\\.doc\\shell");
+    EXPECT_TRUE(hasChanged()) << "a key below it";
+    EXPECT_FALSE(hasChanged());
+    key.Reset();
+    remove();
+    EXPECT_TRUE(hasChanged()) << "it has gone";
+    EXPECT_FALSE(hasChanged());
 }
 
 } // namespace talvix
