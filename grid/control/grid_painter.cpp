@@ -90,9 +90,9 @@ void GridPainter::DrawBuffered(HDC dc, const SIZE& window, const RECT& part, boo
         return;
     }
     // Saving and restoring all that is chosen into the device would take as long as ten rows.
+    SelectClipRgn(page_.Get(), nullptr);
     IntersectClipRect(page_.Get(), part.left, part.top, part.right, part.bottom);
     DrawAll(page_.Get(), window, focused);
-    SelectClipRgn(page_.Get(), nullptr);
     BitBlt(dc, part.left, part.top, part.right - part.left, part.bottom - part.top, page_.Get(),
            part.left, part.top, SRCCOPY);
 }
