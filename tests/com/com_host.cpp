@@ -111,9 +111,11 @@ TemporaryFolder::TemporaryFolder() {
     std::u16string folder(MAX_PATH, u'\0');
     folder.resize(GetTempPathW(MAX_PATH, WideBuffer(folder)));
     static int count = 0;
-    path_ =
-        folder + u"talvix-test-" + DecimalText(GetCurrentProcessId()) + u"-" + DecimalText(++count);
-    CreateDirectoryW(Wide(path_), nullptr);
+    do { // a program that was killed, of the same number, has left its folders
+        path_ = folder + u"talvix-test-" + DecimalText(GetCurrentProcessId()) + u"-" +
+                DecimalText(++count);
+    } while (CreateDirectoryW(Wide(path_), nullptr) == FALSE &&
+             GetLastError() == ERROR_ALREADY_EXISTS);
 }
 
 TemporaryFolder::~TemporaryFolder() {
