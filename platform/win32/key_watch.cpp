@@ -15,21 +15,26 @@ bool IsThere(HKEY root, const std::wstring& path) {
     return RegOpenKeyExW(root, path.c_str(), 0, KEY_NOTIFY, key.Out()) != ERROR_FILE_NOT_FOUND;
 }
 
+/// The key, or the nearest above it that is there; "" for the root.
+std::wstring NearestKey(HKEY root, std::wstring path) {
+    while (!path.empty() && !IsThere(root, path)) {
+        const std::size_t end = path.find_last_of(L'\\');
+        path.resize(end == std::wstring::npos ? 0 : end);
+    }
+    return path;
+}
+
 /// Asks for an event when anything below a key changes, or, while the key is not there, when keys
 /// come below the nearest one that is. Empty where that cannot be watched.
 OwnedKey WatchKey(HKEY root, const std::wstring& path, HANDLE changed) {
-    std::wstring nearest = path;
-    while (!nearest.empty() && !IsThere(root, nearest)) {
-        const std::size_t end = nearest.find_last_of(L'\\');
-        nearest.resize(end == std::wstring::npos ? 0 : end);
-    }
+    const std::wstring nearest = NearestKey(root, path);
     const bool isThere = nearest == path;
     const DWORD what = REG_NOTIFY_CHANGE_NAME | (isThere ? REG_NOTIFY_CHANGE_LAST_SET : 0UL);
     OwnedKey key;
     RegOpenKeyExW(root, nearest.c_str(), 0, KEY_NOTIFY, key.Out());
     const bool isWatched = key && RegNotifyChangeKeyValue(key.Get(), isThere ? TRUE : FALSE, what,
                                                           changed, TRUE) == ERROR_SUCCESS;
-    const bool hasCome = !isThere && IsThere(root, path); // in between: nobody would tell
+    const bool hasCome = NearestKey(root, path) != nearest; // in between: nobody would tell
     return isWatched && !hasCome ? std::move(key) : OwnedKey();
 }
 
