@@ -83,10 +83,10 @@ void GridModel::ChangeGroups(std::vector<Grouping> groups) {
 }
 
 HitResult GridModel::HitTest(std::int32_t x, std::int32_t y) {
-    HitResult hit;
     if (x < 0 || y < 0) {
-        return hit;
+        return {};
     }
+    HitResult hit;
     if (y < layout.GroupBoxBottom()) {
         hit.area = Area::GroupByBox;
         return hit;
@@ -99,8 +99,7 @@ HitResult GridModel::HitTest(std::int32_t x, std::int32_t y) {
     const auto line = static_cast<std::size_t>(layout.LineAt(y));
     const std::vector<std::int32_t>& shown = rows.ShownNumbers();
     if (line >= shown.size()) {
-        hit.column = -1;
-        return hit;
+        return {};
     }
     const bool isHeading = rows.HeadingOf(rows.At(shown[line])) != nullptr;
     if (!isHeading && hit.column < 0) {

@@ -130,10 +130,10 @@ bool ReadsWholeOrRefuses(const std::u16string& path) {
         return false;
     }
     ExpectWhole(path, project);
-    const std::u16string kept = ProjectXml(project);
+    const std::u16string kept = host::ProjectXml(project);
     Write(path, ToUtf8(kept));
     try {
-        EXPECT_EQ(ProjectXml(ReadProject(path)), kept);
+        EXPECT_EQ(host::ProjectXml(ReadProject(path)), kept);
     } catch (const Failure& failure) {
         ADD_FAILURE() << ToUtf8(failure.Text());
     }
@@ -145,7 +145,7 @@ bool ReadsWholeOrRefuses(const std::u16string& path) {
 TEST(DamagedProjects, AreReadWholeOrRefused) {
     const TemporaryFolder folder;
     const std::u16string path = folder.Path() + u"\\a.talvix";
-    const std::string whole = ToUtf8(ProjectXml(Sample()));
+    const std::string whole = ToUtf8(host::ProjectXml(Sample()));
     Write(path, whole);
     ASSERT_TRUE(ReadsWholeOrRefuses(path));
     const std::size_t count = ProofCount("PROJECTS", 5000, 1000000);

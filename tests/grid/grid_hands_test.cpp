@@ -9,6 +9,7 @@
 #include "grid/model/saved_layout.h"
 #include "tests/fakes/expando.h"
 #include "tests/fakes/fake_culture.h"
+#include "tests/fakes/fake_view.h"
 #include "tests/proof/proof.h"
 
 #include <gtest/gtest.h>
@@ -18,16 +19,6 @@
 namespace talvix::grid {
 
 namespace {
-
-/// A display that only remembers what it was asked for.
-struct FakeView : GridView {
-    void Refresh() override { ++refreshes; }
-    void ScrollTo(std::int32_t number) override { scrolledTo = number; }
-    std::int64_t Window() const override { return 77; }
-    std::int32_t BestWidth(std::size_t) override { return 123; }
-    int refreshes = 0;
-    std::int32_t scrolledTo = 0;
-};
 
 struct Refusing : EventSink {
     void OnEvent(std::u16string_view name, std::span<Value> arguments) override {
@@ -204,6 +195,12 @@ TEST(HitTest, TellsWhatLiesWhere) {
         rig.model.columns.At(column).width = 100;
     }
     EXPECT_EQ(rig.model.HitTest(-1, 5).area, Area::Nothing);
+    EXPECT_EQ(rig.model.HitTest(5, -1).area, Area::Nothing);
+    EXPECT_EQ(rig.model.HitTest(0, 0).area, Area::GroupByBox);
+    const std::int32_t bottom = rig.model.layout.GroupBoxBottom();
+    EXPECT_EQ(rig.model.HitTest(5, bottom - 1).area, Area::GroupByBox);
+    EXPECT_EQ(rig.model.HitTest(5, bottom).area, Area::Heading);
+    EXPECT_EQ(rig.model.HitTest(5, rig.model.layout.RowsTop()).area, Area::Cell);
     EXPECT_EQ(rig.model.HitTest(5, 10).area, Area::GroupByBox);
     EXPECT_EQ(rig.model.HitTest(150, 45).area, Area::Heading);
     EXPECT_EQ(rig.model.HitTest(150, 45).column, 1);
@@ -214,7 +211,9 @@ TEST(HitTest, TellsWhatLiesWhere) {
     EXPECT_EQ(cell.column, 2);
     EXPECT_EQ(rig.model.HitTest(50, 65).area, Area::Cell) << "in the first column";
     EXPECT_EQ(rig.model.HitTest(350, 65).area, Area::Nothing) << "right of all columns";
-    EXPECT_EQ(rig.model.HitTest(50, 60 + 5 * 18).area, Area::Nothing) << "below all rows";
+    const HitResult below = rig.model.HitTest(50, 60 + 5 * 18);
+    EXPECT_EQ(below.area, Area::Nothing) << "below all rows";
+    EXPECT_EQ(below.column, -1);
     rig.model.ChangeGroups({{1, false}});
     EXPECT_EQ(rig.model.HitTest(350, 65).area, Area::GroupHeading);
     EXPECT_EQ(rig.model.PointOf(rig.model.rows.At(2)).y, 60 + 18 + 9);

@@ -39,6 +39,42 @@ TEST(GridCells, APictureIsNothingUntilSetAndNothingRemovesIt) {
     EXPECT_THROW(row.SetAt(u"Picture", u"Icon", 5), Failure);
 }
 
+TEST(GridRows, MemoryOfRemovedRowsIsUsedAgain) {
+    const ModelRig rig;
+    RowModel& rows = rig.model->rows;
+    const auto fill = [&] {
+        for (int count = rows.Count(); count < 10; ++count) {
+            EXPECT_LT(rows.Add().line, 10);
+        }
+    };
+    fill();
+    for (const int number : {9, 5, 1}) {
+        rows.Remove(rows.At(number));
+    }
+    EXPECT_EQ(rows.Count(), 7);
+    rows.At(1); // what was removed is put in order
+    fill();
+    rows.Remove(rows.At(2));
+    rows.Clear();
+    fill();
+}
+
+TEST(GridFind, EveryOneOfManyValuesIsFound) {
+    const ModelRig rig;
+    const std::size_t name = rig.model->columns.IndexOf(u"Name");
+    const int count = 3000;
+    for (int number = 1; number <= count; ++number) {
+        rig.model->rows.Set(rig.model->rows.Add(), name, u"Plan " + DecimalText(number * 7));
+        if (number % 100 == 1) { // the index grows while it is in use
+            EXPECT_EQ(rig.model->rows.Find(name, Value(u"Plan 7"), 1), 1);
+        }
+    }
+    for (int number = 1; number <= count; ++number) {
+        EXPECT_EQ(rig.model->rows.Find(name, u"Plan " + DecimalText(number * 7), 1), number);
+    }
+    EXPECT_EQ(rig.model->rows.Find(name, u"Plan 8", 1), 0);
+}
+
 TEST(GridGroups, ExpandOpensTheHeadingsAboveTheRowAddedLast) {
     const ModelRig rig;
     rig.Add(u"a");

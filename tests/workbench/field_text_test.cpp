@@ -24,7 +24,8 @@ TEST(FieldText, EveryKindThatAFileKeepsComesBack) {
         EXPECT_EQ(ReadFieldText(*written), value);
         EXPECT_EQ(written->text.find_first_of(u"\r\n\t\u0001"), std::u16string::npos);
     }
-    for (const auto* plain : {u"\U0001F600", u"\uE000", u"\uD7FF", u"a b"}) {
+    for (const auto* plain :
+         {u"\U0001F600", u"\U00010000", u"\U0010FFFF", u"\uE000", u"\uD7FF", u"a b"}) {
         EXPECT_EQ(WriteFieldText(plain)->text, plain);
     }
     EXPECT_FALSE(WriteFieldText(Value()));

@@ -3,6 +3,7 @@
 #include "core/main.h"
 #include "grid/model/grid_objects.h"
 #include "tests/fakes/fake_platform.h"
+#include "tests/fakes/fake_view.h"
 #include "workbench/host/host.h"
 #include "workbench/host/host_object.h"
 #include "workbench/host/import_report.h"
@@ -62,6 +63,20 @@ struct HostRig {
 };
 
 } // namespace
+
+TEST(DocumentRows, AreShownOnceAllAreThere) {
+    const FakeCulture culture;
+    const auto model = std::make_shared<grid::GridModel>(culture);
+    const Late grid(Value(std::make_shared<grid::GridObject>(model)));
+    grid[u"Columns"](u"Add", u"ID");
+    grid::FakeView view;
+    model->view = &view;
+    LoadRows(grid, {{{u"ID", 1}}, {{u"ID", 2}, {u"Other", 3}}, {}});
+    EXPECT_EQ(view.refreshes, 1);
+    EXPECT_EQ(grid[u"Rows"].Call(u"Count"), Value(3));
+    EXPECT_EQ(grid(u"Rows", 2).Call(u"Value", u"ID"), Value(2));
+    model->view = nullptr;
+}
 
 TEST(Host, CarriesTheComponentFromAttachmentToImport) {
     HostRig rig;

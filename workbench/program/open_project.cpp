@@ -48,7 +48,7 @@ OpenProject::OpenProject(host::Project project, Show showMessage, std::function<
     services.showMessage = std::move(showMessage);
     services.listWritten = std::move(listWritten);
     services.exportList = std::move(exportList);
-    services.projectXml = [this] { return ProjectXml(*project_); };
+    services.projectXml = [this] { return host::ProjectXml(*project_); };
     services.userName = UserName();
     host_ = std::make_unique<host::Host>(project_, std::move(services), gridLate_, actionsLate_);
     ShowActions();

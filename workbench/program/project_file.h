@@ -2,13 +2,9 @@
 
 #include "workbench/host/project.h"
 
-#include <string>
 #include <string_view>
 
 namespace talvix::workbench {
-
-/// The project as the text of a project file.
-std::u16string ProjectXml(const host::Project& project);
 
 /// Reads a project file. A damaged file or one of another kind raises Failure with a German text
 /// that names the file and the place.

@@ -226,7 +226,7 @@ void ProjectPlace::Save(const host::Project& project) const {
                                 u"unter einem anderen Namen.");
     }
     const std::u16string temporary = path_ + u".~neu";
-    if (!WriteWhole(temporary, ToUtf8(ProjectXml(project))) || !KeepVersion(path_) ||
+    if (!WriteWhole(temporary, ToUtf8(host::ProjectXml(project))) || !KeepVersion(path_) ||
         !PutInPlace(temporary, path_)) {
         const DWORD error = GetLastError();
         DeleteFileW(Wide(temporary));

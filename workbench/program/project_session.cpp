@@ -99,7 +99,7 @@ host::ImportReport ProjectSession::Import() {
 void ProjectSession::Export(std::u16string_view path) {
     host::Project& project = Project();
     project.documents = host::ReadRows(Opened().GridLate());
-    WriteExport(path, project, ProjectXml(project), Win32Locale());
+    WriteExport(path, project, host::ProjectXml(project), Win32Locale());
 }
 
 } // namespace talvix::workbench
