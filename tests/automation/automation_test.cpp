@@ -89,8 +89,10 @@ TEST(Dates, IsoTextIsReadBackAndNothingElseIs) {
     EXPECT_EQ(IsoText(date), u"2003-12-31 14:05:00");
     EXPECT_EQ(ReadIsoText(u"2003-12-31 14:05:00")->days, date.days);
     EXPECT_TRUE(ReadIsoText(u"2003-12-31"));
+    EXPECT_TRUE(ReadIsoText(u"2003-12-31 23:59:59"));
     for (const auto* bad :
-         {u"", u"2003-02-30", u"31.12.2003", u"2003-12-31 25:00:00", u"2003-12-31x", u"2003-1-1"}) {
+         {u"", u"2003-02-30", u"31.12.2003", u"2003-12-31 24:00:00", u"2003-12-31 10:60:00",
+          u"2003-12-31 10:00:60", u"2003-12-31x", u"2003-1-1"}) {
         EXPECT_FALSE(ReadIsoText(bad)) << ToUtf8(bad);
     }
 }

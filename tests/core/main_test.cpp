@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace talvix {
 
 TEST(ReferenceLibraries, RegistersTheMessageAndTakesWhatIsAnObject) {
@@ -73,6 +75,23 @@ TEST(InitSGDMS, CreatesTheFifteenColumnsInTheirOrder) {
               u"Um nach einer Spalte zu gruppieren, ziehen Sie die Spaltenüberschrift hierhin.");
     EXPECT_EQ(rig.model->options.imageList, 4711);
     EXPECT_TRUE(rig.model->Redraw());
+}
+
+TEST(InitSGDMS, SetsTheGridUpInOrder) {
+    MainRig rig;
+    rig.Reference();
+    const Lines calls = rig.GridCalls([&] { rig.main->InitSGDMS(); });
+    const Lines first = {u"Redraw =", u"MultiSelect =", u"FullRowSelect =", u"AllowEdit =",
+                         u"HeaderVisible ="};
+    const Lines icon = {u"Add Icon",    u"Caption  =",        u"DataType =", u"Width =",
+                        u"Alignment =", u"HeaderAlignment =", u"Hidden ="};
+    const Lines last = {u"GroupByBox =",
+                        u"GroupByBoxText Um nach einer Spalte zu gruppieren, ziehen Sie die "
+                        u"Spaltenüberschrift hierhin. =",
+                        u"ImageList =", u"Redraw ="};
+    EXPECT_TRUE(std::equal(first.begin(), first.end(), calls.begin()));
+    EXPECT_NE(std::search(calls.begin(), calls.end(), icon.begin(), icon.end()), calls.end());
+    EXPECT_TRUE(std::equal(last.rbegin(), last.rend(), calls.rbegin()));
 }
 
 TEST(InitSGDMS, HidesTheIconColumnWhenFileIconsAreDisabled) {

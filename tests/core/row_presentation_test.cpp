@@ -34,6 +34,18 @@ TEST(RowPresentation, SizesAreKilobytesAndNeverLessThanOne) {
     }
 }
 
+TEST(RowPresentation, ReadsAndWritesTheCellsOfARowInOrder) {
+    PresentationRig rig;
+    rig.fakes.files.MakeFile(u"P:\\Proj\\a.doc", 10);
+    rig.AddRow(0, u"P:\\Proj\\a.doc");
+    Lines calls = rig.GridCalls([&] { rig.Present(); });
+    ASSERT_GT(calls.size(), 10U);
+    calls.resize(10);
+    EXPECT_EQ(calls, Lines({u"Count", u"Rows", u"IsGroup", u"Value ObjectType",
+                            u"Value PhysicalStore1", u"Picture Icon =", u"Value Icon =",
+                            u"Value ItemSize =", u"RefreshRows", u"RefreshSort"}));
+}
+
 TEST(RowPresentation, AFileRowGetsItsIconAndKeepsItsStoredTypeTextAtOpening) {
     PresentationRig rig;
     rig.fakes.files.MakeFile(u"P:\\Proj\\a.doc", 10);

@@ -26,12 +26,14 @@ public:
     }
     int steps = 0;
     std::function<void(std::u16string_view what)> onStep; ///< what happens from inside a call
-    bool timersWereLeft = false;                          ///< by a form that has ended
-    bool isGridGone = false;                              ///< the control was destroyed
-    int failAt = 0;        ///< number of the step that fails, 0 for none
-    int failAlso = 0;      ///< number of a second one
-    bool failOn = false;   ///< all steps from there on fail
-    std::u16string failed; ///< what was to be done when it failed last
+    std::function<void(std::u16string call)>
+        onGridCall;              ///< told of each call of the grid's objects
+    bool timersWereLeft = false; ///< by a form that has ended
+    bool isGridGone = false;     ///< the control was destroyed
+    int failAt = 0;              ///< number of the step that fails, 0 for none
+    int failAlso = 0;            ///< number of a second one
+    bool failOn = false;         ///< all steps from there on fail
+    std::u16string failed;       ///< what was to be done when it failed last
     void Clear() { lines_.clear(); }
     const std::vector<std::u16string>& Lines() const { return lines_; }
     /// Number of lines that begin with `start`.

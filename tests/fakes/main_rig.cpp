@@ -106,4 +106,12 @@ Late MainRig::AddRow(const Value& objectType, std::u16string_view store,
     return row;
 }
 
+Lines MainRig::GridCalls(const std::function<void()>& deed) {
+    Lines calls;
+    fakes.journal.onGridCall = [&](std::u16string call) { calls.push_back(std::move(call)); };
+    deed();
+    fakes.journal.onGridCall = nullptr;
+    return calls;
+}
+
 } // namespace talvix

@@ -30,6 +30,9 @@ public:
     const Lines& JournalLines() const { return fakes.journal.Lines(); }
     /// Lines of the journal that begin with one of the words.
     Lines LinesOf(std::initializer_list<std::u16string_view> words) const;
+    /// The late-bound calls of the grid that a deed makes, with their keys; "=" marks those that
+    /// put.
+    Lines GridCalls(const std::function<void()>& deed);
 
     FakePlatform fakes;
     Forms forms{fakes.ports, fakes.trace};

@@ -18,6 +18,13 @@ public:
     }
     Value Invoke(MemberId member, unsigned access, Arguments arguments) override {
         journal_.Step(name_);
+        if (journal_.onGridCall) {
+            const bool isPut = (access & access::kAnyPut) != 0;
+            const auto* key =
+                arguments.values.empty() ? nullptr : arguments.values[0].If<std::u16string>();
+            journal_.onGridCall(name_ + (key == nullptr ? u"" : u" " + *key) +
+                                (isPut ? u" =" : u""));
+        }
         if (journal_.isGridGone) {
             throw Failure(failure_number::kObjectGone, u"The grid is gone");
         }

@@ -236,6 +236,9 @@ TEST(Layout, PlacesColumnsLinesAndChips) {
     EXPECT_EQ(layout.ColumnAt(170), -1);
     EXPECT_EQ(layout.BorderAt(72), 1);
     EXPECT_EQ(layout.BorderAt(90), -1);
+    rig.model.columns.At(2).hidden = true;
+    EXPECT_EQ(layout.BorderAt(72), 1) << "a hidden column has no border";
+    rig.model.columns.At(2).hidden = false;
     layout.firstLine = 10;
     EXPECT_EQ(layout.LineAt(0), -1);
     EXPECT_EQ(layout.LineAt(layout.RowsTop() + 20), 11);

@@ -44,7 +44,10 @@ TEST(GridRows, MemoryOfRemovedRowsIsUsedAgain) {
     RowModel& rows = rig.model->rows;
     const auto fill = [&] {
         for (int count = rows.Count(); count < 10; ++count) {
-            EXPECT_LT(rows.Add().line, 10);
+            const RowRef row = rows.Add();
+            EXPECT_LT(row.line, 10);
+            EXPECT_EQ(rows.Get(row, 0), Value()) << "nothing of the row before";
+            rows.Set(row, 0, Value(u"Plan"));
         }
     };
     fill();
@@ -57,6 +60,49 @@ TEST(GridRows, MemoryOfRemovedRowsIsUsedAgain) {
     rows.Remove(rows.At(2));
     rows.Clear();
     fill();
+}
+
+TEST(GridFilter, ARowInThePlaceOfARemovedOneIsLookedAtAnew) {
+    const ModelRig rig;
+    for (const auto* name : {u"Plan", u"Bild", u"Plan"}) {
+        rig.Add(name);
+    }
+    rig.grid.Set(u"Filter", u"Plan");
+    EXPECT_EQ(rig.grid.Call(u"FilterCount"), Value(2));
+    rig.grid[u"Rows"].Call(u"Remove", 1);
+    EXPECT_EQ(rig.Count(), 2);
+    rig.grid[u"Rows"].Call(u"Add");
+    EXPECT_EQ(rig.grid.Call(u"FilterCount"), Value(1));
+    rig.grid[u"Rows"].Call(u"Remove", 3);
+    EXPECT_EQ(rig.Count(), 2);
+    rig.Add(u"Plan");
+    EXPECT_EQ(rig.grid.Call(u"FilterCount"), Value(2));
+}
+
+TEST(GridGroups, AHeadingIsGoneWithTheGrouping) {
+    const ModelRig rig;
+    rig.Add(u"a");
+    rig.grid[u"Groups"](u"Add", u"Name");
+    RowModel& rows = rig.model->rows;
+    const RowRef heading = rows.At(1);
+    EXPECT_TRUE(rows.IsAlive(heading));
+    rig.grid[u"Groups"].Call(u"Clear");
+    EXPECT_FALSE(rows.IsAlive(heading));
+}
+
+TEST(GridMembers, OnlyRowsAndColumnsThatAreThereAreRefreshed) {
+    const ModelRig rig;
+    rig.Add(u"a");
+    for (const auto* member : {u"RefreshRows", u"RefreshSort"}) {
+        for (const Value& row : {Value(-1), Value(1)}) {
+            for (const Value& column : {Value(-1), Value(0), Value(u"Name")}) {
+                EXPECT_NO_THROW(rig.grid.Call(member, row, column));
+            }
+        }
+        EXPECT_THROW(rig.grid.Call(member, 9, -1), Failure);
+        EXPECT_THROW(rig.grid.Call(member, -1, 99), Failure);
+        EXPECT_THROW(rig.grid.Call(member, -1, u"Nirgends"), Failure);
+    }
 }
 
 TEST(GridFind, EveryOneOfManyValuesIsFound) {

@@ -30,6 +30,37 @@ TEST(AddFile, WritesAndPresentsTheRowInTheRequiredOrder) {
     EXPECT_EQ(rig.Cell(1, u"PhysicalStore3"), Value(u"-1"));
 }
 
+TEST(AddFile, WritesEveryFieldOfTheNewRowInOrder) {
+    MainRig rig;
+    rig.Attach();
+    rig.fakes.files.MakeFile(u"P:\\Proj\\a.doc", 3000);
+    const Lines calls = rig.GridCalls([&] {
+        rig.main->AddFile(u"P:\\Proj\\a.doc", u"Plan", u"neu", u"Notiz", Date{100}, Date{});
+    });
+    EXPECT_EQ(calls, Lines({u"Add",
+                            u"Value ID =",
+                            u"Value ObjectType =",
+                            u"Value Icon =",
+                            u"Value Subject =",
+                            u"Value ItemSize =",
+                            u"Value ObjectDescription =",
+                            u"Value Creator =",
+                            u"Value CreationDate =",
+                            u"Value LastModificationBy =",
+                            u"Value ModificationDate =",
+                            u"Value Status =",
+                            u"Value LongDescription =",
+                            u"Value PhysicalStore1 =",
+                            u"Value PhysicalStore2 =",
+                            u"Value PhysicalStore3 =",
+                            u"Value Icon =",
+                            u"Value ItemSize =",
+                            u"Value ObjectDescription =",
+                            u"RefreshRows",
+                            u"RefreshSort",
+                            u"Expand"}));
+}
+
 TEST(AddFile, KeepsTheWholeFolderOfAFileOutsideTheProject) {
     MainRig rig;
     rig.Attach();

@@ -129,6 +129,16 @@ TEST(DeleteDMSItem, RemovesTheSelectedDocumentsAndPersistsOnYes) {
     EXPECT_TRUE(rig.fakes.files.Query(u"P:\\Proj\\b.doc"));
 }
 
+TEST(DeleteDMSItem, AsksTheGridInOrder) {
+    CommandRig rig;
+    rig.Select({2, 4});
+    rig.fakes.messages.answers = {kYes};
+    const Lines calls = rig.GridCalls([&] { rig.main->DeleteDMSItem(); });
+    EXPECT_EQ(calls, Lines({u"CurrentRow", u"IsGroup", u"Selection", u"Count", u"Item", u"First",
+                            u"Last", u"Item", u"First", u"Last", u"Rows", u"IsGroup", u"Rows",
+                            u"IsGroup", u"Remove", u"Remove"}));
+}
+
 TEST(DeleteDMSItem, AnyOtherAnswerChangesNothing) {
     CommandRig rig;
     rig.Select({2});

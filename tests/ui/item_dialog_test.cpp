@@ -114,6 +114,16 @@ TEST(ItemDialog, ChoosingAKindEmptiesThePathAndEnablesWhatFits) {
     });
 }
 
+TEST(ItemDialog, CancelHidesTheForm) {
+    DialogRig rig;
+    rig.Show(true, [&](ItemForm& form) {
+        EXPECT_FALSE(rig.fakes.dialogs.itemWindow.isHidden);
+        form.Click(Control::btnCancel);
+        EXPECT_TRUE(rig.fakes.dialogs.itemWindow.isHidden);
+    });
+    EXPECT_TRUE(rig.dialog.Cancelled());
+}
+
 TEST(ItemDialog, APathOfBlanksFailsValidationAndAnyOtherPasses) {
     DialogRig rig;
     rig.Show(true, [&](ItemForm& form) {

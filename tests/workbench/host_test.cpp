@@ -138,6 +138,14 @@ TEST(Host, RefusesWhatItDoesNotHave) {
               Value(u""));
 }
 
+TEST(Host, GivesASettingOfTheProject) {
+    const HostRig rig;
+    rig.project->settings[u"DOCUMENTS/RULES"] = u"<Project Name>";
+    const Late common(rig.host.Libraries()[0]);
+    EXPECT_EQ(common.Call(u"ReadGlobalSetting", u"DOCUMENTS/RULES"), Value(u"<Project Name>"));
+    EXPECT_EQ(common.Call(u"ReadGlobalSetting", u"DOCUMENTS/PATH"), Value(u""));
+}
+
 TEST(Host, FillsTheActionsGridAnew) {
     const HostRig rig;
     for (int round = 0; round < 2; ++round) {

@@ -65,9 +65,13 @@ TEST(ListText, APairMayEndAText) {
     Project project;
     project.name = u"\xD83D\xDE00";
     project.company = u"a\xD83D";
+    project.number = u"a b";
+    project.folder = u"\xD83D\xE000\x001F";
     const std::u16string json = ListAsJson(project);
     EXPECT_NE(json.find(u"\"name\": \"\xD83D\xDE00\","), std::u16string::npos);
     EXPECT_NE(json.find(u"\"company\": \"a\\ud83d\","), std::u16string::npos);
+    EXPECT_NE(json.find(u"\"number\": \"a b\","), std::u16string::npos);
+    EXPECT_NE(json.find(u"\"folder\": \"\\ud83d\xE000\\u001f\","), std::u16string::npos);
 }
 
 } // namespace talvix::host

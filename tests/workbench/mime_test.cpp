@@ -229,6 +229,36 @@ TEST(MessageStorage, KeepsTheTextsThatAMailShows) {
     EXPECT_EQ(table[place + 4], 6) << "may be read and written";
 }
 
+TEST(MessageStorage, KeepsHtmlAsUtf8) {
+    const Mail mail =
+        ReadMime("Subject: a\r\nContent-Type: text/html; charset=utf-8\r\n\r\n<b>\xC3\xBC</b>");
+    std::map<std::u16string, std::string> streams;
+    for (const auto& [name, content] : ToMessageStorage(mail).streams) {
+        streams[name] = content;
+    }
+    EXPECT_EQ(streams[u"__substg1.0_10130102"], ToUtf8(mail.html));
+    EXPECT_NE(mail.html.find(u"<b>ü</b>"), std::u16string::npos);
+    const std::string codePage("\x03\x00\xDE\x3F\x06\x00\x00\x00\xE9\xFD\x00\x00", 12);
+    EXPECT_NE(streams[u"__properties_version1.0"].find(codePage), std::string::npos);
+}
+
+TEST(MimeReader, WordsAmongPlainTextsKeepThem) {
+    const auto subject = [](const char* text) {
+        return ReadMime(std::string("Subject: ") + text + "\n\nText").subject;
+    };
+    EXPECT_EQ(subject("=?utf-8?Q?a?= x =?utf-8?Q?b?="), u"a x b");
+    EXPECT_EQ(subject("=?utf-8?Q?a?=  =?utf-8?Q?b?= c"), u"ab c");
+    EXPECT_EQ(subject("x =?utf-8?Q?a?="), u"x a");
+}
+
+TEST(MimeReader, PiecesOfANameComeInTheOrderOfTheirNumbers) {
+    const Mail mail =
+        ReadMime("Content-Type: application/pdf\r\nContent-Disposition: attachment;\r\n"
+                 " filename*2=c.pdf; filename*0=a; filename*1=b\r\n\r\nx");
+    ASSERT_EQ(mail.attachments.size(), 1U);
+    EXPECT_EQ(mail.attachments[0].fileName, u"abc.pdf");
+}
+
 TEST(MessageStorage, TellsWhenAMailWasSentWhereItSays) {
     const std::string sent("\x40\x00\x39\x00", 4); // PR_CLIENT_SUBMIT_TIME
     for (const auto& [date, isThere] :
