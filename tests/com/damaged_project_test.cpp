@@ -8,6 +8,7 @@
 #include "platform/win32/wide.h"
 #include "tests/com/com_host.h"
 #include "tests/proof/proof.h"
+#include "workbench/host/project_text.h"
 #include "workbench/program/project_file.h"
 
 #include <gtest/gtest.h>

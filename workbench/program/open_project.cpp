@@ -5,7 +5,7 @@
 #include "platform/win32/com/dispatch_object.h"
 #include "platform/win32/system_text.h"
 #include "platform/win32/wide.h"
-#include "workbench/program/project_file.h"
+#include "workbench/host/project_text.h"
 
 namespace talvix::workbench {
 

@@ -4,7 +4,7 @@
 #include "automation/text.h"
 #include "platform/win32/system_text.h"
 #include "platform/win32/wide.h"
-#include "workbench/program/project_file.h"
+#include "workbench/host/project_text.h"
 
 #include <windows.h>
 

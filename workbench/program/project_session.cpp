@@ -4,6 +4,7 @@
 #include "automation/text.h"
 #include "platform/win32/files.h"
 #include "platform/win32/locale.h"
+#include "workbench/host/project_text.h"
 #include "workbench/program/file_checks.h"
 #include "workbench/program/project_file.h"
 #include "workbench/program/save_export.h"
