@@ -151,10 +151,10 @@ std::u16string SelectedRowsAsText(GridModel& model) {
 }
 
 std::vector<std::u16string> SelectedFiles(GridModel& model) {
-    std::vector<std::u16string> files;
     if (!model.options.fileColumn) {
-        return files;
+        return {};
     }
+    std::vector<std::u16string> files;
     for (const RowRef& row : SelectedDataRows(model)) {
         const Value value = model.rows.Get(row, *model.options.fileColumn);
         const auto* path = value.If<std::u16string>();

@@ -97,6 +97,12 @@ TEST(Dates, IsoTextIsReadBackAndNothingElseIs) {
     }
 }
 
+TEST(Late, WhatIsNoObjectGivesNone) {
+    EXPECT_THROW(Late(Value(5)).AsObject(), Failure);
+    EXPECT_THROW(Late(Nothing()).AsObject(), Failure);
+    EXPECT_THROW(Late().AsObject(), Failure);
+}
+
 TEST(Coercion, TextFormsAreTheUsers) {
     const FakeCulture german;
     EXPECT_EQ(ToText(Value(1.5), german), u"1,5");

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 namespace talvix::grid {
 
 Late GridUnderTest() {
@@ -102,6 +104,49 @@ TEST(GridMembers, OnlyRowsAndColumnsThatAreThereAreRefreshed) {
         EXPECT_THROW(rig.grid.Call(member, 9, -1), Failure);
         EXPECT_THROW(rig.grid.Call(member, -1, 99), Failure);
         EXPECT_THROW(rig.grid.Call(member, -1, u"Nirgends"), Failure);
+    }
+}
+
+TEST(GridFind, BehindTheLastOfManyAlikeThereIsNone) {
+    const ModelRig rig;
+    for (int count = 0; count < 100; ++count) {
+        rig.Add(u"Plan");
+    }
+    EXPECT_EQ(rig.grid.Call(u"Find", u"Name", u"Plan", 100), Value(100));
+    EXPECT_EQ(rig.grid.Call(u"Find", u"Name", u"Plan", 101), Value(0));
+    rig.Row(100).SetAt(u"Value", u"Name", u"Bild");
+    EXPECT_EQ(rig.grid.Call(u"Find", u"Name", u"Plan", 100), Value(0));
+}
+
+TEST(GridFind, TakesItsArgumentsByName) {
+    const ModelRig rig;
+    rig.Add(u"Plan");
+    rig.Add(u"Plan");
+    const std::array<Value, 3> values = {Value(2), Value(u"Plan"), Value(u"Name")};
+    const std::array<std::u16string_view, 3> names = {u"StartRow", u"Value", u"Column"};
+    EXPECT_EQ(InvokeByName(*rig.object, u"Find", access::kMethod, {values, names}), Value(2));
+    const std::array<std::u16string_view, 3> wrong = {u"Start", u"Value", u"Column"};
+    EXPECT_THROW(InvokeByName(*rig.object, u"Find", access::kMethod, {values, wrong}), Failure);
+}
+
+TEST(GridRows, ARemovedRowIsNeitherHeadingNorRow) {
+    const ModelRig rig;
+    const Late row = rig.Add(u"a");
+    rig.grid[u"Rows"].Call(u"Remove", 1);
+    for (const auto* member : {u"IsGroup", u"Level", u"Expanded", u"Selected"}) {
+        EXPECT_THROW(row.Call(member), Failure) << ToUtf8(member);
+    }
+}
+
+TEST(GridCells, TextsOfEveryLengthComeAndGo) {
+    const ModelRig rig;
+    const Late row = rig.Add(u"");
+    for (int round = 0; round < 3; ++round) {
+        for (std::size_t length = 0; length<600; length += length> 230 && length < 260 ? 1 : 7) {
+            const std::u16string text(length, static_cast<char16_t>(u'a' + length % 26));
+            row.SetAt(u"Value", u"Name", text);
+            EXPECT_EQ(row.Call(u"Value", u"Name"), Value(text));
+        }
     }
 }
 

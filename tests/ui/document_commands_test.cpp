@@ -45,7 +45,7 @@ TEST(OpenDocument, OpensTheDocumentOfANumberInItsFolder) {
     CommandRig rig;
     rig.main->OpenDocument(2);
     EXPECT_EQ(rig.Opened(), Lines({u"open P:\\Proj\\b.doc in P:\\Proj"}));
-    rig.main->OpenDocument(99);
+    EXPECT_EQ(rig.GridCalls([&] { rig.main->OpenDocument(99); }), Lines({u"Find ID"}));
     rig.main->OpenDocument(0);
     EXPECT_EQ(rig.Opened().size(), 1U);
 }

@@ -229,6 +229,49 @@ TEST(MessageStorage, KeepsTheTextsThatAMailShows) {
     EXPECT_EQ(table[place + 4], 6) << "may be read and written";
 }
 
+/// A storage's table of properties, "number:kind" or "number:kind=value", in hexadecimal digits.
+std::string PropertiesOf(const MessageStorage& storage, std::size_t headerBytes) {
+    std::string properties;
+    for (const auto& [name, content] : storage.streams) {
+        const auto bytes = [table = std::string(content)](std::size_t at, std::size_t count) {
+            std::uint64_t number = 0;
+            for (std::size_t place = count; place-- > 0;) {
+                number = number << 8U | static_cast<unsigned char>(table[at + place]);
+            }
+            return number;
+        };
+        for (std::size_t at = headerBytes;
+             name == u"__properties_version1.0" && at + 16 <= content.size(); at += 16) {
+            const auto hex = [&](std::size_t place, std::size_t count) {
+                return ToUtf8(HexText(static_cast<std::uint32_t>(bytes(place, count))));
+            };
+            properties += (properties.empty() ? "" : " ") + hex(at + 2, 2).substr(4) + ":" +
+                          hex(at, 2).substr(6) + (bytes(at, 2) == 3 ? "=" + hex(at + 8, 4) : "");
+        }
+    }
+    return properties;
+}
+
+TEST(MessageStorage, NumbersWhatItHolds) {
+    const MessageStorage storage = ToMessageStorage(ReadMime(kMail));
+    std::vector<std::string> properties = {PropertiesOf(storage, 32)};
+    for (const MessageStorage& inner : storage.storages) {
+        properties.push_back(PropertiesOf(inner, 8));
+    }
+    ASSERT_EQ(properties.size(), 8U);
+    EXPECT_EQ(properties[0],
+              "340D:03=00040000 0E07:03=00000011 001A:1F 0037:1F 0070:1F 0E04:1F 0E03:1F 007D:1F "
+              "1000:1F 3FDE:03=0000FDE9 1013:02 0039:40 0E06:40 0C1A:1F 0C1E:1F 0C1F:1F 0042:1F "
+              "0064:1F 0065:1F");
+    EXPECT_EQ(properties[2],
+              "0C15:03=00000001 3000:03=00000001 0FFE:03=00000006 3001:1F 3002:1F 3003:1F");
+    EXPECT_EQ(properties[3],
+              "0C15:03=00000002 3000:03=00000002 0FFE:03=00000006 3001:1F 3002:1F 3003:1F");
+    EXPECT_EQ(properties[5],
+              "0E21:03=00000001 3705:03=00000001 370B:03=FFFFFFFF 0FFE:03=00000007 3001:1F 3704:1F "
+              "3707:1F 3703:1F 370E:1F 3701:02");
+}
+
 TEST(MessageStorage, KeepsHtmlAsUtf8) {
     const Mail mail =
         ReadMime("Subject: a\r\nContent-Type: text/html; charset=utf-8\r\n\r\n<b>\xC3\xBC</b>");
