@@ -89,6 +89,8 @@ TEST(Dates, IsoTextIsReadBackAndNothingElseIs) {
     EXPECT_EQ(IsoText(date), u"2003-12-31 14:05:00");
     EXPECT_EQ(ReadIsoText(u"2003-12-31 14:05:00")->days, date.days);
     EXPECT_TRUE(ReadIsoText(u"2003-12-31"));
+    EXPECT_EQ(IsoText(Date{2958465.5}), u"9999-12-31 12:00:00");
+    EXPECT_EQ(IsoText(Date{2958465.9999999}), u"") << "would be rounded into the next year";
     EXPECT_TRUE(ReadIsoText(u"2003-12-31 23:59:59"));
     for (const auto* bad :
          {u"", u"2003-02-30", u"31.12.2003", u"2003-12-31 24:00:00", u"2003-12-31 10:60:00",

@@ -36,6 +36,7 @@ TEST(CopyToProjectFolder, CopiesUnderATemporaryNameRenamesAndAddsTheRow) {
     rig.Copy(u"C:\\Quelle\\Bericht.doc", u"Mein Bericht");
     EXPECT_EQ(rig.Moves(), Lines({u"copy C:\\Quelle\\Bericht.doc -> P:\\Proj\\~TalvixDMS-1.tmp",
                                   u"rename P:\\Proj\\~TalvixDMS-1.tmp -> P:\\Proj\\Bericht.doc"}));
+    EXPECT_EQ(rig.fakes.journal.Count(u"query P:\\Proj\\~"), 1U) << "no more once it is placed";
     ASSERT_EQ(rig.RowCount(), 1);
     EXPECT_EQ(rig.Subject(1), u"Mein Bericht");
     EXPECT_EQ(rig.Cell(1, u"Status"), Value(u"neu"));

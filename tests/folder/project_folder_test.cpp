@@ -100,6 +100,14 @@ TEST(GetProjectFolder, NoAndCancelledBrowserGiveNothing) {
     EXPECT_EQ(rig.Folder(), u"  ");
 }
 
+TEST(GetProjectFolder, NoAndAPropertyThatCannotBeReadGiveNothing) {
+    FolderRig rig;
+    rig.fakes.messages.answers = {kNo};
+    rig.folderProperty->Remove(u"Value");
+    EXPECT_EQ(GetProjectFolder(rig.main->Attached()), u"");
+    EXPECT_EQ(rig.fakes.journal.Count(u"message"), 1U);
+}
+
 TEST(GetProjectFolder, NoAndAChosenFolderGiveThatFolder) {
     FolderRig rig;
     rig.fakes.messages.answers = {kNo};

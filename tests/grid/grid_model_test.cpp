@@ -150,6 +150,18 @@ TEST(GridCells, TextsOfEveryLengthComeAndGo) {
     }
 }
 
+TEST(GridGroups, AddingOneGivesItsColumn) {
+    const ModelRig rig;
+    EXPECT_EQ(rig.grid[u"Groups"](u"Add", u"Name").Call(u"Key"), Value(u"Name"));
+}
+
+TEST(GridHitTest, TheFirstPointIsWithin) {
+    const ModelRig rig;
+    rig.grid.Set(u"GroupByBox", true);
+    EXPECT_EQ(rig.grid(u"HitTest", 0, 0).Call(u"Area"), Value(static_cast<int>(Area::GroupByBox)));
+    EXPECT_EQ(rig.grid(u"HitTest", -0.1, 0).Call(u"Area"), Value(static_cast<int>(Area::Nothing)));
+}
+
 TEST(GridFind, EveryOneOfManyValuesIsFound) {
     const ModelRig rig;
     const std::size_t name = rig.model->columns.IndexOf(u"Name");

@@ -33,6 +33,9 @@ TEST(DMSDispatcher, ShowsTheDesignedFormImportsOnceAndHidesIt) {
               Lines({u"show Aktulisierung läuft...", u"pump", u"Managing.WriteGridDataToItemBody",
                      u"hide"}));
     EXPECT_EQ(rig.main->strAddingFile(), u"");
+    EXPECT_EQ(rig.LinesOf({u"label"}), Lines({u"label Dateiliste wird aktualisiert...",
+                                              u"label Dateiliste wird aktualisiert...",
+                                              u"label Dateiliste wird aktualisiert..."}));
     EXPECT_FALSE(rig.fakes.journal.timersWereLeft);
 }
 
@@ -81,6 +84,7 @@ TEST(DMSDispatcher, AFormThatCannotBeShownImportsNothing) {
     rig.main->AddFilesFromProjectFolder(false);
     EXPECT_EQ(rig.fakes.journal.failed, u"show");
     EXPECT_EQ(rig.RowCount(), 0);
+    EXPECT_FALSE(rig.fakes.journal.timersWereLeft);
 }
 
 TEST(DMSDispatcher, AnImportFromWithinThePumpIsHarmless) {

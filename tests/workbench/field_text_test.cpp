@@ -7,7 +7,10 @@ namespace talvix::host {
 
 TEST(FieldText, EveryKindThatAFileKeepsComesBack) {
     const std::u16string lone(1, static_cast<char16_t>(0xDC00));
+    const std::u16string high(1, static_cast<char16_t>(0xD800));
     const Value values[] = {u"",
+                            Value(u"a" + high),
+                            Value(high + u"\uE000"),
                             u" Größe \\ \r\n\t€ \U0001F600 ",
                             u"\u0001",
                             Value(lone),

@@ -300,6 +300,10 @@ TEST(MimeReader, PiecesOfANameComeInTheOrderOfTheirNumbers) {
                  " filename*2=c.pdf; filename*0=a; filename*1=b\r\n\r\nx");
     ASSERT_EQ(mail.attachments.size(), 1U);
     EXPECT_EQ(mail.attachments[0].fileName, u"abc.pdf");
+    const Mail coded = ReadMime("Content-Type: application/pdf\r\nContent-Disposition: attachment;"
+                                "\r\n filename*0*=utf-8'de'a; filename*1*=b'c'd.pdf\r\n\r\nx");
+    ASSERT_EQ(coded.attachments.size(), 1U);
+    EXPECT_EQ(coded.attachments[0].fileName, u"ab'c'd.pdf") << "only the first tells its language";
 }
 
 TEST(MessageStorage, TellsWhenAMailWasSentWhereItSays) {
