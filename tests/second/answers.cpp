@@ -12,9 +12,11 @@
 #include "folder/unc_conversion.h"
 #include "grid/model/delimited_text.h"
 #include "operations/action_combo.h"
+#include "tests/fakes/fake_xml.h"
 #include "tests/fakes/main_rig.h"
 #include "ui/file_dialog.h"
 #include "workbench/host/mime_reader.h"
+#include "workbench/host/project_text.h"
 
 #include <iostream>
 #include <map>
@@ -186,10 +188,37 @@ Fields Mime(const Fields& asked) {
     return answer;
 }
 
+/// number, name, company, folder, then keys and texts of one document: the project file
+Fields Project(const Fields& asked) {
+    host::Project project;
+    project.number = asked[0];
+    project.name = asked[1];
+    project.company = asked[2];
+    project.folder = asked[3];
+    host::Document& document = project.documents.emplace_back();
+    for (std::size_t at = 4; at + 1 < asked.size(); at += 2) {
+        document[asked[at]] = asked[at + 1];
+    }
+    return {host::ProjectXml(project)};
+}
+
+/// a project file: number, name, company, folder, then keys and texts of its documents
+Fields File(const Fields& asked) {
+    const host::Project project = host::ProjectIn(Late(FakeXmlDocument(asked[0])), u"P:\\a.talvix");
+    Fields answer = {project.number, project.name, project.company, project.folder};
+    for (const host::Document& document : project.documents) {
+        for (const auto& [key, value] : document) {
+            answer.insert(answer.end(), {key, *value.If<std::u16string>()});
+        }
+    }
+    return answer;
+}
+
 const std::map<std::string, Fields (*)(const Fields&)> kRules = {
-    {"rule", Rule},   {"clean", Clean},     {"plain", Plain},   {"paths", Paths},
-    {"place", Place}, {"unc", Unc},         {"action", Action}, {"filter", Filter},
-    {"size", Size},   {"version", Version}, {"grid", Grid},     {"mime", Mime}};
+    {"rule", Rule},       {"clean", Clean},     {"plain", Plain},   {"paths", Paths},
+    {"place", Place},     {"unc", Unc},         {"action", Action}, {"filter", Filter},
+    {"size", Size},       {"version", Version}, {"grid", Grid},     {"mime", Mime},
+    {"project", Project}, {"file", File}};
 
 std::string Answer(const std::string& question) {
     std::istringstream words(question);
