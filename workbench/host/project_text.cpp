@@ -131,23 +131,26 @@ private:
                 });
     }
 
+    void ReadField(const Late& field, const std::u16string& place, Document& document) const {
+        const std::u16string key = AttributeOf(field, u"name", place + u"/Field");
+        const std::u16string own = place + u"/Field[@name='" + key + u"']";
+        auto value = ReadFieldText({AttributeOf(field, u"type", own), TextIn(field, u"text")});
+        if (!value) {
+            Refuse(own + u": Der Inhalt passt nicht zu seiner Art.");
+        }
+        document[key] = std::move(*value);
+    }
+
     void ReadDocuments() {
-        ForEach(u"/TalvixProject/Documents/Document", [&](const Late& node,
-                                                          const std::u16string& place) {
-            Document document;
-            const Late fields = node(u"selectNodes", u"Field");
-            for (Late field = fields[u"nextNode"]; field; field = fields[u"nextNode"]) {
-                const std::u16string key = AttributeOf(field, u"name", place + u"/Field");
-                const std::u16string own = place + u"/Field[@name='" + key + u"']";
-                auto value =
-                    ReadFieldText({AttributeOf(field, u"type", own), TextIn(field, u"text")});
-                if (!value) {
-                    Refuse(own + u": Der Inhalt passt nicht zu seiner Art.");
-                }
-                document[key] = std::move(*value);
-            }
-            project_.documents.push_back(std::move(document));
-        });
+        ForEach(u"/TalvixProject/Documents/Document",
+                [&](const Late& node, const std::u16string& place) {
+                    Document document;
+                    const Late fields = node(u"selectNodes", u"Field");
+                    for (Late field = fields[u"nextNode"]; field; field = fields[u"nextNode"]) {
+                        ReadField(field, place, document);
+                    }
+                    project_.documents.push_back(std::move(document));
+                });
     }
 
     const Late& document_;
