@@ -31,6 +31,8 @@ TEST(FieldText, EveryKindThatAFileKeepsComesBack) {
          {u"\U0001F600", u"\U00010000", u"\U0010FFFF", u"\uE000", u"\uD7FF", u"a b"}) {
         EXPECT_EQ(WriteFieldText(plain)->text, plain);
     }
+    EXPECT_EQ(WriteFieldText(Value(u"a" + high))->text, u"a\\uD800");
+    EXPECT_EQ(WriteFieldText(Value(high + u"\uE000"))->text, u"\\uD800\uE000");
     EXPECT_FALSE(WriteFieldText(Value()));
     EXPECT_FALSE(WriteFieldText(Nothing()));
 }
