@@ -19,7 +19,7 @@ std::shared_ptr<Sequence> LateObject::Enumerate() {
 }
 
 Value InvokeByName(LateObject& object, std::u16string_view name, unsigned access,
-                   Arguments arguments) {
+                   const Arguments& arguments) {
     const auto member = object.FindMember(name);
     if (!member) {
         throw Failure(failure_number::kUnknownName,

@@ -62,7 +62,7 @@ public:
     virtual std::optional<MemberId> FindMember(std::u16string_view name) = 0;
     /// Place of a member's parameter by name, or nothing.
     virtual std::optional<std::size_t> FindParameter(MemberId member, std::u16string_view name);
-    virtual Value Invoke(MemberId member, unsigned access, Arguments arguments) = 0;
+    virtual Value Invoke(MemberId member, unsigned access, const Arguments& arguments) = 0;
     /// The name of the object's kind, as a script's TypeName shows it.
     virtual std::u16string TypeName() const = 0;
     /// Connects a sink to the object's events. Objects without events raise Failure.
@@ -81,6 +81,6 @@ public:
 
 /// Calls a member by name. An unknown name raises Failure with the name in its text.
 Value InvokeByName(LateObject& object, std::u16string_view name, unsigned access,
-                   Arguments arguments);
+                   const Arguments& arguments);
 
 } // namespace talvix

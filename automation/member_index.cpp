@@ -50,16 +50,16 @@ void MemberIndex::Enter(std::size_t place) {
     }
 }
 
-std::optional<MemberId> MemberIndex::Find(std::u16string_view name) const {
-    std::size_t slot = NameHash(name) & (slots_.size() - 1);
-    while (slots_[slot] >= 0) {
-        const auto place = static_cast<std::size_t>(slots_[slot]);
-        if (SameName(shapes_[place].name, name)) {
-            return firstId_ + static_cast<MemberId>(place);
-        }
+/// Place of a member, -1 for none. Every call by name goes through here: two numbers are handed on
+/// in registers, a view would lie in memory.
+std::int32_t MemberIndex::Search(const char16_t* name, std::size_t length) const {
+    const std::u16string_view wanted(name, length);
+    std::size_t slot = NameHash(wanted) & (slots_.size() - 1);
+    while (slots_[slot] >= 0 &&
+           !SameName(shapes_[static_cast<std::size_t>(slots_[slot])].name, wanted)) {
         slot = (slot + 1) & (slots_.size() - 1);
     }
-    return std::nullopt;
+    return slots_[slot];
 }
 
 std::size_t MemberIndex::PlaceOf(MemberId member) const {

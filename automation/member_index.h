@@ -20,7 +20,10 @@ class MemberIndex {
 public:
     MemberIndex(std::vector<MemberShape> shapes, MemberId firstId);
 
-    std::optional<MemberId> Find(std::u16string_view name) const;
+    std::optional<MemberId> Find(std::u16string_view name) const {
+        const std::int32_t place = Search(name.data(), name.size());
+        return place < 0 ? std::nullopt : std::optional(firstId_ + place);
+    }
     std::optional<std::size_t> FindParameter(MemberId member, std::u16string_view name) const;
     /// A member's place in the table; Failure for a number that no member has. The members below go
     /// by place.
@@ -49,6 +52,7 @@ private:
         std::size_t required = 0;
     };
     void Enter(std::size_t place);
+    std::int32_t Search(const char16_t* name, std::size_t length) const;
 
     std::vector<MemberShape> shapes_;
     std::vector<Entry> entries_;

@@ -31,7 +31,8 @@ public:
         : members_(std::move(members)), index_(ShapesOf(members_), firstId) {}
 
     const MemberIndex& Index() const { return index_; }
-    Value Invoke(Target& target, MemberId member, unsigned access, Arguments arguments) const;
+    Value Invoke(Target& target, MemberId member, unsigned access,
+                 const Arguments& arguments) const;
 
 private:
     static std::vector<MemberShape> ShapesOf(const std::vector<Member<Target>>& members) {
@@ -42,7 +43,8 @@ private:
         }
         return shapes;
     }
-    Value Forward(Target& target, MemberId member, unsigned access, Arguments arguments) const;
+    Value Forward(Target& target, MemberId member, unsigned access,
+                  const Arguments& arguments) const;
 
     std::vector<Member<Target>> members_;
     MemberIndex index_;
@@ -50,7 +52,7 @@ private:
 
 template <typename Target>
 Value MemberTable<Target>::Invoke(Target& target, MemberId member, unsigned access,
-                                  Arguments arguments) const {
+                                  const Arguments& arguments) const {
     const bool isPut = (access & access::kAnyPut) != 0;
     const std::size_t count =
         arguments.values.size() - (isPut && !arguments.values.empty() ? 1 : 0);
@@ -79,7 +81,7 @@ Value MemberTable<Target>::Invoke(Target& target, MemberId member, unsigned acce
 /// Arguments that the member does not take itself go to the default member of what it yields.
 template <typename Target>
 Value MemberTable<Target>::Forward(Target& target, MemberId member, unsigned access,
-                                   Arguments arguments) const {
+                                   const Arguments& arguments) const {
     const std::size_t place = index_.PlaceOf(member);
     const std::size_t own = index_.ParameterCount(place);
     Value yielded = Invoke(target, member, access::kCall, {arguments.values.first(own), {}});
@@ -102,7 +104,7 @@ public:
     std::optional<std::size_t> FindParameter(MemberId member, std::u16string_view name) override {
         return Derived::Members().Index().FindParameter(member, name);
     }
-    Value Invoke(MemberId member, unsigned access, Arguments arguments) override {
+    Value Invoke(MemberId member, unsigned access, const Arguments& arguments) override {
         return Derived::Members().Invoke(static_cast<Derived&>(*this), member, access, arguments);
     }
 };

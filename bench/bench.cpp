@@ -17,6 +17,9 @@ namespace talvix::bench {
 namespace {
 
 constexpr double kSteady = 0.25;
+constexpr double kWatched = 3;  ///< seconds that a profiler gets to see at least,
+constexpr int kMostTurns = 100; ///< unless these are over before
+bool tellsTimes = false;
 
 struct Series {
     double Median() const { return ratios[ratios.size() / 2]; }
@@ -39,6 +42,16 @@ Series Run(const std::function<double()>& a, const std::function<double()>& b, i
     return series;
 }
 
+/// Lets a profiler watch a job for a while.
+void Repeat(const std::function<double()>& job) {
+    tellsTimes = true;
+    double watched = 0;
+    for (int turn = 0; turn < kMostTurns && watched < kWatched; ++turn) {
+        watched += job();
+    }
+    tellsTimes = false;
+}
+
 } // namespace
 
 double Now() {
@@ -49,8 +62,22 @@ double Now() {
     return static_cast<double>(count.QuadPart) / static_cast<double>(frequency.QuadPart);
 }
 
+double Since(double start) {
+    const double end = Now();
+    if (tellsTimes) {
+        std::printf("[ SPAN     ] %.7f %.7f\n", start, end);
+    }
+    return end - start;
+}
+
 void Compare(const Question& question, const std::function<double()>& a,
              const std::function<double()>& b, int pairs) {
+    if (const char* profiled = std::getenv("TALVIX_PROFILE")) {
+        if (question.id == profiled) {
+            Repeat(a);
+        }
+        return;
+    }
     a();
     b();
     Series series = Run(a, b, pairs);

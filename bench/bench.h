@@ -13,6 +13,8 @@ namespace talvix::bench {
 
 /// Seconds of a steady clock.
 double Now();
+/// Seconds from `start` until now. While a row is profiled, prints the two times as well.
+double Since(double start);
 
 /// A row of the table.
 struct Question {
@@ -23,7 +25,8 @@ struct Question {
 
 /// Runs two jobs in turn, A-B-A-B, after a warm-up of both, and tells the median and the range of
 /// the paired ratios A/B. A job answers its seconds. A series that spreads by more than a quarter
-/// of its median is run once more, and the steadier one counts.
+/// of its median is run once more, and the steadier one counts. With a row's id in the environment
+/// variable TALVIX_PROFILE, only that row's A is run, several times, for a profiler to watch.
 void Compare(const Question& question, const std::function<double()>& a,
              const std::function<double()>& b, int pairs = 5);
 /// Tells a figure that is no series.
@@ -36,7 +39,7 @@ template <typename Work>
 double Timed(Work&& work) {
     const double start = Now();
     [[maybe_unused]] const auto result = work();
-    return Now() - start;
+    return Since(start);
 }
 
 /// An object of a registered class. Ends the program when there is none.

@@ -78,7 +78,7 @@ double CallByName(IDispatch* object, const wchar_t* name) {
                                      &result, nullptr, nullptr)) &&
             result.vt == VT_BOOL && isAnswered;
     }
-    const double time = Now() - start;
+    const double time = Since(start);
     Require(isAnswered, "call by name");
     return time;
 }

@@ -64,7 +64,7 @@ double CreateMinimal() {
     const double start = Now();
     const HRESULT result = CoCreateInstance(kMinimalId, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown,
                                             reinterpret_cast<void**>(&object));
-    return SUCCEEDED(result) && object != nullptr ? Now() - start : 0;
+    return SUCCEEDED(result) && object != nullptr ? Since(start) : 0;
 }
 
 double CreateMain() {
@@ -74,7 +74,7 @@ double CreateMain() {
     const double start = Now();
     const HRESULT result =
         CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown, object.OutAny());
-    return SUCCEEDED(result) ? Now() - start : 0;
+    return SUCCEEDED(result) ? Since(start) : 0;
 }
 
 double LoadMain() {
@@ -82,14 +82,14 @@ double LoadMain() {
     const std::u16string server = own.substr(0, own.rfind(u'\\')) + u"\\TalvixDMS.dll";
     const double start = Now();
     const HMODULE loaded = LoadLibraryW(Wide(server));
-    return loaded != nullptr ? Now() - start : 0;
+    return loaded != nullptr ? Since(start) : 0;
 }
 
 double AttachAndInit() {
     const double start = Now();
     const ServerRig rig(u"C:\\");
     rig.main.Call(u"Init");
-    return Now() - start;
+    return Since(start);
 }
 
 /// The shell starts with the question that yields its list of icons: it is the one that `InitSGDMS`
@@ -101,7 +101,7 @@ double ShellAndControl() {
                    SHGFI_SYSICONINDEX | SHGFI_ICON | SHGFI_SMALLICON);
     const OwnedIcon icon(info.hIcon);
     const HostRig rig(u"C:\\");
-    return info.hIcon != nullptr ? Now() - start : 0;
+    return info.hIcon != nullptr ? Since(start) : 0;
 }
 
 } // namespace

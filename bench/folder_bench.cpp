@@ -53,7 +53,7 @@ void CompareCopies(ComponentRig& rig, const Question& question, const std::u16st
             TakeNames(folder, taken);
             const double start = Now();
             copy();
-            spent += Now() - start;
+            spent += Since(start);
             const auto facts = files.Query(copied);
             Require(facts && facts->length == 10, question.what);
         }
@@ -107,7 +107,7 @@ double EnumerateBare() {
             }
         }
     }
-    return (Now() - start) * 10;
+    return Since(start) * 10;
 }
 
 void CompareConversions(ComponentRig& rig) {
@@ -123,7 +123,7 @@ void CompareConversions(ComponentRig& rig) {
                             converted,
                         "conversion");
             }
-            return Now() - start;
+            return Since(start);
         };
         Compare({id,
                  "1,000 conversions of " + ToUtf8(path).substr(0, 5) +

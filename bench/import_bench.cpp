@@ -45,7 +45,7 @@ Documents Imported(const std::u16string& folder) {
 double TimedWalk(const std::u16string& folder) {
     const double start = Now();
     Walk(folder);
-    return Now() - start;
+    return Since(start);
 }
 
 double Fill(const Documents& documents) {
@@ -55,7 +55,7 @@ double Fill(const Documents& documents) {
     }
     const double start = Now();
     host::LoadRows(rig.grid, documents);
-    return Now() - start;
+    return Since(start);
 }
 
 /// What the shell needs at its first question in this process.
@@ -64,7 +64,7 @@ double ShellStart(const std::u16string& file) {
     const double start = Now();
     shell.SmallIconIndex(file);
     shell.TypeName(file);
-    return Now() - start;
+    return Since(start);
 }
 
 void RequireAllListed(const Documents& documents, const std::vector<std::u16string>& files) {
@@ -94,7 +94,7 @@ double WalkAndIndex(const std::u16string& folder, const Documents& documents) {
         CharLowerBuffW(WideBuffer(key), static_cast<DWORD>(key.size()));
         index.emplace(std::move(key), row);
     }
-    const double time = Now() - start;
+    const double time = Since(start);
     Require(index.size() == documents.size(), "index");
     return time;
 }
@@ -171,7 +171,7 @@ double RunScript(const std::u16string& script, const std::u16string& folder, std
                                           nullptr, nullptr, &startup, &process) != FALSE;
     Require(isStarted, "starting the script");
     WaitForSingleObject(process.hProcess, INFINITE);
-    const double time = Now() - start;
+    const double time = Since(start);
     DWORD code = 0;
     GetExitCodeProcess(process.hProcess, &code);
     CloseHandle(process.hThread);

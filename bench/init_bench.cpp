@@ -66,7 +66,7 @@ double OpenBare(const std::u16string& folder, const Documents& documents) {
         row.SetAt(u"Value", u"ObjectDescription", isThere ? u"Datei" : u"");
     }
     rig.grid.Set(u"Redraw", true);
-    return Now() - start;
+    return Since(start);
 }
 
 } // namespace

@@ -73,7 +73,7 @@ double GridInWindow::Repaint() const {
     InvalidateRect(window, nullptr, FALSE);
     UpdateWindow(window);
     GdiFlush();
-    return Now() - start;
+    return Since(start);
 }
 
 std::vector<Value> GridInWindow::Column(int column) const {
@@ -122,7 +122,7 @@ ListInWindow::ListInWindow(const std::vector<Row>& rows) {
 double ListInWindow::Sort(PFNLVCOMPARE compare, LPARAM way) const {
     const double start = Now();
     SendMessageW(list, LVM_SORTITEMS, static_cast<WPARAM>(way), reinterpret_cast<LPARAM>(compare));
-    return Now() - start;
+    return Since(start);
 }
 
 double ListInWindow::Repaint() const {
@@ -130,7 +130,7 @@ double ListInWindow::Repaint() const {
     InvalidateRect(list, nullptr, FALSE);
     UpdateWindow(list);
     GdiFlush();
-    return Now() - start;
+    return Since(start);
 }
 
 std::vector<const Row*> ListInWindow::Order() const {

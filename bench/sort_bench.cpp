@@ -35,7 +35,7 @@ double SortKeysBare(const std::vector<Row>& rows) {
     }
     std::stable_sort(keys.begin(), keys.end(),
                      [](const auto& left, const auto& right) { return left.first < right.first; });
-    return Now() - start;
+    return Since(start);
 }
 
 double SortPacked(const std::vector<Row>& rows) {
@@ -47,14 +47,14 @@ double SortPacked(const std::vector<Row>& rows) {
     }
     std::stable_sort(packed.begin(), packed.end(),
                      [](const auto& left, const auto& right) { return left.first < right.first; });
-    return Now() - start;
+    return Since(start);
 }
 
 double SortGrid(const GridInWindow& shown, const char16_t* column, int& order) {
     order = 1 - order;
     const double start = Now();
     shown.grid.Call(u"Sort", column, order);
-    return Now() - start;
+    return Since(start);
 }
 
 double GroupGrid(const GridInWindow& shown, int columns) {
@@ -66,7 +66,7 @@ double GroupGrid(const GridInWindow& shown, int columns) {
     }
     shown.grid.Set(u"Redraw", true);
     shown.ShowNow();
-    const double time = Now() - start;
+    const double time = Since(start);
     shown.grid[u"Groups"].Call(u"Clear");
     shown.ShowNow();
     return time;
@@ -93,7 +93,7 @@ Grouped GroupVector(const std::vector<Row>& rows, int columns) {
         }
         return false;
     });
-    const double seconds = Now() - start;
+    const double seconds = Since(start);
     return {std::move(order), seconds};
 }
 
@@ -123,7 +123,7 @@ double FillTree(const std::vector<Row>& rows) {
     }
     SendMessageW(tree, WM_SETREDRAW, TRUE, 0);
     UpdateWindow(tree);
-    const double time = Now() - start;
+    const double time = Since(start);
     DestroyWindow(tree);
     return time;
 }
@@ -134,7 +134,7 @@ double ToggleGroup(const GridInWindow& shown) {
     const double start = Now();
     row.Set(u"Expanded", !open);
     shown.ShowNow();
-    return Now() - start;
+    return Since(start);
 }
 
 void RequireSameOrder(const GridInWindow& grid, const ListInWindow& list) {

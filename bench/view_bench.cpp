@@ -34,7 +34,7 @@ double DrawTextsBare(HWND window, const std::vector<Row>& rows) {
     }
     BitBlt(screen.Get(), 0, 0, client.right, client.bottom, memory.Get(), 0, 0, SRCCOPY);
     GdiFlush();
-    return Now() - start;
+    return Since(start);
 }
 
 /// What moving the picture by three lines costs when nothing is drawn afterwards.
@@ -46,7 +46,7 @@ double ScrollBare(const GridInWindow& shown, int& way) {
     ScrollWindowEx(shown.window, 0, way * 57, &client, &client, nullptr, nullptr, SW_INVALIDATE);
     ValidateRect(shown.window, nullptr);
     GdiFlush();
-    return Now() - start;
+    return Since(start);
 }
 
 /// The grid draws while it answers the message: nothing may wait to be drawn afterwards.
@@ -55,7 +55,7 @@ double ScrollThree(const GridInWindow& shown, int& way) {
     const double start = Now();
     SendMessageW(shown.window, WM_MOUSEWHEEL, MAKEWPARAM(0, way * WHEEL_DELTA), 0);
     GdiFlush();
-    const double seconds = Now() - start;
+    const double seconds = Since(start);
     Require(GetUpdateRect(shown.window, nullptr, FALSE) == FALSE,
             "the rows that were scrolled into sight are drawn");
     return seconds;
@@ -70,7 +70,7 @@ double SelectAll(const GridInWindow& shown, std::int32_t count) {
         selection.Call(u"Add", 1, count);
         selection.Call(u"Clear");
     }
-    return (Now() - start) / kTimes;
+    return (Since(start)) / kTimes;
 }
 
 constexpr int kFinds = 50;
@@ -80,7 +80,7 @@ double FindInGrid(const GridInWindow& shown) {
     for (int find = 1; find <= kFinds; ++find) {
         shown.grid.Call(u"Find", u"ID", DecimalText(find * 1999));
     }
-    return Now() - start;
+    return Since(start);
 }
 
 double FindInList(const ListInWindow& shown) {
@@ -93,7 +93,7 @@ double FindInList(const ListInWindow& shown) {
         SendMessageW(shown.list, LVM_FINDITEMW, static_cast<WPARAM>(-1),
                      reinterpret_cast<LPARAM>(&wanted));
     }
-    return Now() - start;
+    return Since(start);
 }
 
 void ComparePainting(const std::vector<Row>& rows, const GridInWindow& grid,

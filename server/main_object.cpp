@@ -169,17 +169,18 @@ const MemberTable<MainObject>& MainObject::Members() {
     return members;
 }
 
-Value MainObject::Invoke(MemberId member, unsigned access, Arguments arguments) {
+Value MainObject::Invoke(MemberId member, unsigned access, const Arguments& arguments) {
     const auto alive = main; // a host may let go of it during the call
     const MemberIndex& index = Members().Index();
     const bool isPut = (access & access::kAnyPut) != 0;
     const std::size_t place = index.PlaceOf(member);
     const std::size_t known = index.ParameterCount(place) + (isPut ? 1 : 0);
-    if (!isPut && arguments.values.size() > known) {
-        arguments.values = arguments.values.first(known);
+    Arguments taken = arguments;
+    if (!isPut && taken.values.size() > known) {
+        taken.values = taken.values.first(known);
     }
     try {
-        return Members().Invoke(*this, member, access, arguments);
+        return Members().Invoke(*this, member, access, taken);
     } catch (const std::exception&) { // the host hears of nothing
         return {};
     }

@@ -15,7 +15,7 @@ public:
     static const MemberTable<MainObject>& Members();
     std::u16string TypeName() const override { return u"Main"; }
     /// Arguments too many are passed over. Only a member that does not exist raises Failure.
-    Value Invoke(MemberId member, unsigned access, Arguments arguments) override;
+    Value Invoke(MemberId member, unsigned access, const Arguments& arguments) override;
 
     const std::shared_ptr<Main> main;
 };

@@ -102,3 +102,9 @@ RowRef RowFrom(const SharedGrid& grid, const Value& rowOrNumber);
 bool IsDescending(const Value& order, const Culture& culture);
 
 } // namespace talvix::grid
+
+// Rows are called for every cell: their calls are compiled once, for speed, with their members.
+extern template class talvix::MemberTable<talvix::grid::RowsObject>;
+extern template class talvix::MemberTable<talvix::grid::RowObject>;
+extern template class talvix::Tabled<talvix::grid::RowsObject>;
+extern template class talvix::Tabled<talvix::grid::RowObject>;

@@ -143,3 +143,8 @@ const MemberTable<RowObject>& RowObject::Members() {
 }
 
 } // namespace talvix::grid
+
+template class talvix::MemberTable<talvix::grid::RowsObject>;
+template class talvix::MemberTable<talvix::grid::RowObject>;
+template class talvix::Tabled<talvix::grid::RowsObject>;
+template class talvix::Tabled<talvix::grid::RowObject>;

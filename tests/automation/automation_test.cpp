@@ -136,7 +136,7 @@ TEST(Coercion, AnObjectGivesItsDefaultMember) {
     class Wrapper : public Expando {
     public:
         Wrapper() : Expando(u"Wrapper") {}
-        Value Invoke(MemberId, unsigned, Arguments) override { return u"innen"; }
+        Value Invoke(MemberId, unsigned, const Arguments&) override { return u"innen"; }
     };
     EXPECT_EQ(ToText(std::make_shared<Wrapper>(), FakeCulture()), u"innen");
 }
@@ -182,7 +182,7 @@ TEST(Late, AnObjectIsPutByReferenceFirstThenByValue) {
     class Picky : public Expando {
     public:
         Picky() : Expando(u"Picky") {}
-        Value Invoke(MemberId member, unsigned access, Arguments arguments) override {
+        Value Invoke(MemberId member, unsigned access, const Arguments& arguments) override {
             ways.push_back(access);
             if (access == access::kPutReference) {
                 throw Failure(failure_number::kMemberNotFound, u"no put by reference");

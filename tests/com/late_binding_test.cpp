@@ -173,7 +173,7 @@ TEST(LateBinding, APropertyWithoutArgumentsMayYieldACollectionThatTakesThem) {
     class Host : public Expando {
     public:
         Host() : Expando(u"Host") {}
-        Value Invoke(MemberId member, unsigned access, Arguments arguments) override {
+        Value Invoke(MemberId member, unsigned access, const Arguments& arguments) override {
             if (!arguments.values.empty()) {
                 throw Failure(static_cast<std::int32_t>(0x80004005), u"");
             }

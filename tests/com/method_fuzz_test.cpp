@@ -258,7 +258,7 @@ class Treacherous : public LateObject {
 public:
     explicit Treacherous(std::function<void()> deed) : deed_(std::move(deed)) {}
     std::optional<MemberId> FindMember(std::u16string_view) override { return kDefaultMember; }
-    Value Invoke(MemberId, unsigned, Arguments) override {
+    Value Invoke(MemberId, unsigned, const Arguments&) override {
         deed_();
         return u"Name";
     }

@@ -59,7 +59,7 @@ void Expando::Note(const Entry& entry, std::span<const Value> values, bool isPut
     journal_->Write(line);
 }
 
-Value Expando::Invoke(MemberId member, unsigned access, Arguments arguments) {
+Value Expando::Invoke(MemberId member, unsigned access, const Arguments& arguments) {
     const auto place = static_cast<std::size_t>(member) - 1;
     if (place >= entries_.size() || entries_[place].removed) {
         throw Failure(failure_number::kMemberNotFound, u"No such member");

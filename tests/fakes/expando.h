@@ -28,7 +28,7 @@ public:
     Value& Field(std::u16string_view member);
 
     std::optional<MemberId> FindMember(std::u16string_view name) override;
-    Value Invoke(MemberId member, unsigned access, Arguments arguments) override;
+    Value Invoke(MemberId member, unsigned access, const Arguments& arguments) override;
     std::u16string TypeName() const override { return name_; }
 
 private:

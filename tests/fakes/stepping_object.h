@@ -16,7 +16,7 @@ public:
         name_ = name;
         return target_->FindMember(name);
     }
-    Value Invoke(MemberId member, unsigned access, Arguments arguments) override {
+    Value Invoke(MemberId member, unsigned access, const Arguments& arguments) override {
         journal_.Step(name_);
         if (journal_.onGridCall) {
             const bool isPut = (access & access::kAnyPut) != 0;

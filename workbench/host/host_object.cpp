@@ -14,7 +14,7 @@ std::optional<MemberId> HostObject::FindMember(std::u16string_view name) {
     return std::nullopt;
 }
 
-Value HostObject::Invoke(MemberId member, unsigned access, Arguments arguments) {
+Value HostObject::Invoke(MemberId member, unsigned access, const Arguments& arguments) {
     if (member == kDefaultMember) {
         member = FindMember(u"Item").value_or(FindMember(u"Value").value_or(kDefaultMember));
     }

@@ -32,7 +32,7 @@ public:
         : typeName_(std::move(typeName)), members_(std::move(members)) {}
 
     std::optional<MemberId> FindMember(std::u16string_view name) override;
-    Value Invoke(MemberId member, unsigned access, Arguments arguments) override;
+    Value Invoke(MemberId member, unsigned access, const Arguments& arguments) override;
     std::u16string TypeName() const override { return typeName_; }
 
 private:

@@ -148,7 +148,8 @@ std::optional<std::size_t> DispatchObject::FindParameter(MemberId member,
                                             : std::nullopt;
 }
 
-std::vector<DISPID> DispatchObject::NamedIds(MemberId member, Arguments arguments, bool isPut) {
+std::vector<DISPID> DispatchObject::NamedIds(MemberId member, const Arguments& arguments,
+                                             bool isPut) {
     std::vector<DISPID> ids;
     if (isPut && !arguments.names.empty()) {
         ids.push_back(DISPID_PROPERTYPUT);
@@ -196,7 +197,7 @@ HRESULT DispatchObject::CallDefaultOfYielded(MemberId member, unsigned access,
     return collection.CallOnce(DISPID_VALUE, access, parameters, result, exception);
 }
 
-Value DispatchObject::Invoke(MemberId member, unsigned access, Arguments arguments) {
+Value DispatchObject::Invoke(MemberId member, unsigned access, const Arguments& arguments) {
     const ComPtr<IDispatch> alive = dispatch_;
     const bool isPut = (access & access::kAnyPut) != 0;
     Parameters packed(arguments.values, NamedIds(member, arguments, isPut), isPut);
@@ -251,7 +252,7 @@ std::shared_ptr<Sequence> DispatchObject::Enumerate() {
     return std::make_shared<EnumSequence>(elements);
 }
 
-Value OpaqueObject::Invoke(MemberId, unsigned, Arguments) {
+Value OpaqueObject::Invoke(MemberId, unsigned, const Arguments&) {
     throw Failure(failure_number::kMemberNotFound, u"The object has no members");
 }
 

@@ -19,7 +19,7 @@ public:
 
     std::optional<MemberId> FindMember(std::u16string_view name) override;
     std::optional<std::size_t> FindParameter(MemberId member, std::u16string_view name) override;
-    Value Invoke(MemberId member, unsigned access, Arguments arguments) override;
+    Value Invoke(MemberId member, unsigned access, const Arguments& arguments) override;
     std::u16string TypeName() const override;
     Subscription Subscribe(std::shared_ptr<EventSink> sink,
                            std::span<const std::u16string_view> order) override;
@@ -36,7 +36,7 @@ private:
     HRESULT LookUp(std::u16string_view name, DISPID& id);
     HRESULT CallOnce(MemberId member, unsigned access, DISPPARAMS& parameters, VARIANT* result,
                      EXCEPINFO& exception);
-    std::vector<DISPID> NamedIds(MemberId member, Arguments arguments, bool isPut);
+    std::vector<DISPID> NamedIds(MemberId member, const Arguments& arguments, bool isPut);
     HRESULT CallDefaultOfYielded(MemberId member, unsigned access, DISPPARAMS& parameters,
                                  VARIANT* result, EXCEPINFO& exception);
 
@@ -50,7 +50,7 @@ class OpaqueObject : public LateObject {
 public:
     explicit OpaqueObject(IUnknown* unknown) : unknown_(unknown) {}
     std::optional<MemberId> FindMember(std::u16string_view) override { return std::nullopt; }
-    Value Invoke(MemberId member, unsigned access, Arguments arguments) override;
+    Value Invoke(MemberId member, unsigned access, const Arguments& arguments) override;
     std::u16string TypeName() const override { return u"Unknown"; }
     void* Face() const override { return unknown_.Get(); }
 
