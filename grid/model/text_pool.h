@@ -25,7 +25,8 @@ struct PooledText {
     }
 };
 
-/// All texts of a grid, each kept once and counted.
+/// All texts of a grid, each kept once and counted. Texts that nothing holds any more are swept out
+/// when they have become many.
 class TextPool {
 public:
     TextPool() = default;
@@ -35,22 +36,33 @@ public:
 
     /// The pool's own copy, with one reference more.
     PooledText* Intern(std::u16string_view text);
-    /// Gives one reference back; the last one ends the text.
-    void Release(PooledText* text);
-    std::size_t Size() const { return count_; }
+    /// Gives one reference back.
+    void Release(PooledText* text) {
+        if (--text->references == 0 && ++unused_ > count_ / 2 + kFew) {
+            Sweep();
+        }
+    }
+    /// Number of the texts that are held.
+    std::size_t Size() const { return count_ - unused_; }
 
 private:
+    /// The address of a text and the upper part of its hash; 0 for a free slot.
+    using Entry = std::uint64_t;
+    static constexpr std::size_t kFew = 1000;
+    static Entry EntryOf(PooledText* text);
+    static PooledText* TextIn(Entry entry);
+
     PooledText* NewText(std::u16string_view text, std::uint32_t hash);
     void EndText(PooledText* text);
-    void Grow();
+    void MakeRoom();
+    void Sweep();
     std::size_t SlotOf(std::u16string_view text, std::uint32_t hash) const;
     void CloseGap(std::size_t slot);
 
     TextMemory memory_;
-    std::vector<PooledText*> slots_;
-    std::vector<std::uint32_t>
-        hashes_; ///< of the texts in the slots, 0 for a free slot: searched first
+    std::vector<Entry> entries_; ///< open addressing by the lower part of the hash
     std::size_t count_ = 0;
+    std::size_t unused_ = 0;
 };
 
 } // namespace talvix::grid

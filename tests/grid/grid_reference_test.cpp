@@ -301,4 +301,39 @@ TEST(TextPool, KeepsEachTextOnceThroughRandomUse) {
     EXPECT_EQ(pool.Size(), distinct);
 }
 
+TEST(TextPool, FindsWhatIsLeftAfterManyWereLetGoOf) {
+    constexpr int kTexts = 30000;
+    TextPool pool;
+    for (int round = 0; round < 3; ++round) {
+        std::vector<PooledText*> held;
+        for (int number = 0; number < kTexts; ++number) {
+            held.push_back(pool.Intern(DecimalText(number)));
+        }
+        EXPECT_EQ(pool.Size(), kTexts);
+        for (int number = 0; number < kTexts; ++number) {
+            if (number % 3 != 0) {
+                pool.Release(held[static_cast<std::size_t>(number)]);
+            }
+        }
+        EXPECT_EQ(pool.Size(), kTexts / 3);
+        for (int number = 0; number < kTexts; number += 3) {
+            PooledText* const own = held[static_cast<std::size_t>(number)];
+            ASSERT_EQ(own->View(), DecimalText(number));
+            ASSERT_EQ(pool.Intern(DecimalText(number)), own);
+            pool.Release(own);
+            pool.Release(own);
+        }
+        EXPECT_EQ(pool.Size(), 0U);
+    }
+}
+
+TEST(TextPool, TextLetGoOfIsTakenUpAgain) {
+    TextPool pool;
+    PooledText* const text = pool.Intern(u"Bericht");
+    pool.Release(text);
+    EXPECT_EQ(pool.Size(), 0U);
+    EXPECT_EQ(pool.Intern(u"Bericht")->references, 1U);
+    EXPECT_EQ(pool.Size(), 1U);
+}
+
 } // namespace talvix::grid
