@@ -16,10 +16,9 @@ Number Unpack(std::uint64_t content) {
     return number;
 }
 
-template <typename Pointed>
-Pointed* AsPointer(std::uint64_t content) {
+Value* ValueIn(std::uint64_t content) {
     // NOLINTNEXTLINE(performance-no-int-to-ptr): a cell is one number, whatever it holds
-    return reinterpret_cast<Pointed*>(static_cast<std::uintptr_t>(content));
+    return reinterpret_cast<Value*>(static_cast<std::uintptr_t>(content));
 }
 
 std::uint64_t AsContent(const void* pointer) {
@@ -32,7 +31,7 @@ CellStore::~CellStore() {
     for (Column& column : columns_) {
         for (Slot slot = 0; slot < column.kinds.size(); ++slot) {
             if (column.kinds[slot] == Kind::Boxed) {
-                delete AsPointer<Value>(column.contents[slot]);
+                delete ValueIn(column.contents[slot]);
             }
         }
     }
@@ -84,11 +83,11 @@ Value CellStore::Get(Slot slot, std::size_t column) const {
     case Kind::Date:
         return Date{Unpack<double>(content)};
     case Kind::Text:
-        return Value(AsPointer<PooledText>(content)->View());
+        return Value(TextIn(content)->View());
     case Kind::Boxed:
         break;
     }
-    return *AsPointer<Value>(content);
+    return *ValueIn(content);
 }
 
 template <typename Number>
@@ -103,7 +102,7 @@ void CellStore::Pack(Column& column, Slot slot, Kind kind, Number number) {
 /// A row often holds what the row before it holds, and that text need not be searched for.
 PooledText* CellStore::Pooled(const Column& column, Slot slot, std::u16string_view text) {
     if (slot > 0 && column.kinds[slot - 1] == Kind::Text) {
-        auto* before = AsPointer<PooledText>(column.contents[slot - 1]);
+        auto* before = TextIn(column.contents[slot - 1]);
         if (before->Holds(text)) {
             ++before->references;
             return before;
@@ -149,9 +148,9 @@ void CellStore::Drop(Column& column, Slot slot) {
     const Kind kind = column.kinds[slot];
     column.kinds[slot] = Kind::Empty;
     if (kind == Kind::Text) {
-        texts_.Release(AsPointer<PooledText>(column.contents[slot]));
+        texts_.Release(TextIn(column.contents[slot]));
     } else if (kind == Kind::Boxed) {
-        delete AsPointer<Value>(column.contents[slot]);
+        delete ValueIn(column.contents[slot]);
     }
 }
 
@@ -159,16 +158,6 @@ void CellStore::ClearRow(Slot slot) {
     for (Column& column : columns_) {
         Drop(column, slot);
     }
-}
-
-bool CellStore::IsEmpty(Slot slot, std::size_t column) const {
-    return columns_[column].kinds[slot] == Kind::Empty;
-}
-
-PooledText* CellStore::Text(Slot slot, std::size_t column) const {
-    return columns_[column].kinds[slot] == Kind::Text
-               ? AsPointer<PooledText>(columns_[column].contents[slot])
-               : nullptr;
 }
 
 } // namespace talvix::grid

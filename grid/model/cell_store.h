@@ -3,7 +3,9 @@
 #include "automation/value.h"
 #include "grid/model/text_pool.h"
 
+#include <bit>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace talvix::grid {
@@ -29,9 +31,21 @@ public:
     /// Makes all cells of a row Empty.
     void ClearRow(Slot slot);
 
-    bool IsEmpty(Slot slot, std::size_t column) const;
+    bool IsEmpty(Slot slot, std::size_t column) const {
+        return columns_[column].kinds[slot] == Kind::Empty;
+    }
     /// The cell's text without a copy, or null for cells of other kinds.
-    PooledText* Text(Slot slot, std::size_t column) const;
+    PooledText* Text(Slot slot, std::size_t column) const {
+        return columns_[column].kinds[slot] == Kind::Text ? TextIn(columns_[column].contents[slot])
+                                                          : nullptr;
+    }
+    /// The number in a cell that holds a Double or a Date; nothing for all others.
+    std::optional<double> Real(Slot slot, std::size_t column) const {
+        const Kind kind = columns_[column].kinds[slot];
+        return kind == Kind::Double || kind == Kind::Date
+                   ? std::optional(std::bit_cast<double>(columns_[column].contents[slot]))
+                   : std::nullopt;
+    }
     TextPool& Texts() { return texts_; }
 
 private:
@@ -52,6 +66,10 @@ private:
         std::vector<Kind> kinds;
         std::vector<std::uint64_t> contents;
     };
+    static PooledText* TextIn(std::uint64_t content) {
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): a cell is one number, whatever it holds
+        return reinterpret_cast<PooledText*>(static_cast<std::uintptr_t>(content));
+    }
     PooledText* Pooled(const Column& column, Slot slot, std::u16string_view text);
     void Drop(Column& column, Slot slot);
     template <typename Number>

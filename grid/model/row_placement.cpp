@@ -8,8 +8,7 @@
 namespace talvix::grid {
 
 std::vector<std::uint64_t> RowModel::KeysOf(std::size_t column) {
-    std::vector<Slot> rows(order_.begin(), order_.end());
-    return SortKeys(cells_, columns_.At(column), rows, ids_.size(), culture_);
+    return SortKeys(cells_, columns_.At(column), ids_, culture_);
 }
 
 void RowModel::SortBy(std::size_t column, bool descending) {

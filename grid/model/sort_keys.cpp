@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <numeric>
 
 namespace talvix::grid {
 
@@ -21,48 +22,50 @@ std::uint64_t NumberKey(double number) {
     return std::clamp<std::uint64_t>(key, 1, kBehindNumbers - 1);
 }
 
-/// Texts that wait for their rank among all texts of the column.
-class TextRanks {
+/// The texts of a column, each once. They carry their numbers as marks until their ranks are known.
+class DistinctTexts {
 public:
-    TextRanks(CellStore& cells, const Culture& culture) : cells_(cells), culture_(culture) {}
-    TextRanks(const TextRanks&) = delete;
-    TextRanks& operator=(const TextRanks&) = delete;
-    ~TextRanks() {
+    DistinctTexts(CellStore& cells, const Culture& culture) : cells_(cells), culture_(culture) {}
+    DistinctTexts(const DistinctTexts&) = delete;
+    DistinctTexts& operator=(const DistinctTexts&) = delete;
+    ~DistinctTexts() {
+        for (const Distinct& distinct : distinct_) {
+            distinct.text->mark = 0;
+        }
         for (PooledText* text : own_) {
-            cells_.Texts().Release(text);
+            if (text != nullptr) {
+                cells_.Texts().Release(text);
+            }
         }
     }
 
-    void Add(Slot slot, PooledText* text) {
+    /// Counts from 1.
+    std::uint32_t NumberOf(PooledText* text) {
         if (text->mark == 0) {
             distinct_.push_back({0, culture_.SortKey(text->View()), text});
-            text->mark = 1;
+            text->mark = static_cast<std::uint32_t>(distinct_.size());
         }
-        waiting_.emplace_back(slot, text);
+        return text->mark;
     }
-    void Add(Slot slot, std::u16string_view text) {
-        PooledText* pooled = cells_.Texts().Intern(text);
-        own_.push_back(pooled);
-        Add(slot, pooled);
+    std::uint32_t NumberOf(std::u16string_view text) {
+        own_.push_back(nullptr); // room first: a text that is taken must be let go of
+        own_.back() = cells_.Texts().Intern(text);
+        return NumberOf(own_.back());
     }
-    /// Writes base + rank for every text; ranks count from 1.
-    void Rank(std::vector<std::uint64_t>& keys, std::uint64_t base) {
+    /// Ranks by number, both from 1 on; texts that count as equal have the same rank.
+    std::vector<std::uint32_t> Ranks() {
         TakeHeads();
         std::sort(
             distinct_.begin(), distinct_.end(), [](const Distinct& left, const Distinct& right) {
                 return left.head != right.head ? left.head < right.head : left.key < right.key;
             });
+        std::vector<std::uint32_t> ranks(distinct_.size() + 1);
         std::uint32_t rank = 0;
         for (std::size_t at = 0; at < distinct_.size(); ++at) {
             rank += at == 0 || distinct_[at].key != distinct_[at - 1].key ? 1 : 0;
-            distinct_[at].text->mark = rank;
+            ranks[distinct_[at].text->mark] = rank;
         }
-        for (const auto& [slot, text] : waiting_) {
-            keys[slot] = base + text->mark;
-        }
-        for (const Distinct& distinct : distinct_) {
-            distinct.text->mark = 0;
-        }
+        return ranks;
     }
 
 private:
@@ -97,7 +100,6 @@ private:
     CellStore& cells_;
     const Culture& culture_;
     std::vector<Distinct> distinct_;
-    std::vector<std::pair<Slot, PooledText*>> waiting_;
     std::vector<PooledText*> own_;
 };
 
@@ -122,81 +124,83 @@ std::u16string TextOf(const Value& value, const Culture& culture) {
                                                                            : ToText(value, culture);
 }
 
+/// The key of a cell that is not empty; a text has its number among the column's texts at first.
+std::uint64_t FirstKey(CellStore& cells, Slot slot, const Column& column, DistinctTexts& texts,
+                       const Culture& culture) {
+    PooledText* pooled = cells.Text(slot, column.index);
+    const bool byText = column.dataType == DataType::Text;
+    if (byText && pooled != nullptr) {
+        return kBehindNumbers + texts.NumberOf(pooled);
+    }
+    const auto real = byText ? std::nullopt : cells.Real(slot, column.index);
+    if (real) {
+        return NumberKey(*real);
+    }
+    const Value value = cells.Get(slot, column.index);
+    const auto number = byText ? std::nullopt : NumberOf(value, column.dataType, culture);
+    if (number) {
+        return NumberKey(*number);
+    }
+    if (pooled != nullptr) {
+        return kBehindNumbers + texts.NumberOf(pooled);
+    }
+    return value.Is<Null>() ? kEmpty : kBehindNumbers + texts.NumberOf(TextOf(value, culture));
+}
+
 } // namespace
 
 std::vector<std::uint64_t> SortKeys(CellStore& cells, const Column& column,
-                                    std::span<const Slot> rows, std::size_t slots,
-                                    const Culture& culture) {
-    std::vector<std::uint64_t> keys(slots, kEmpty);
-    TextRanks ranks(cells, culture);
-    const bool byText = column.dataType == DataType::Text;
-    std::vector<bool> wanted(slots);
-    for (const Slot slot : rows) {
-        wanted[slot] = true;
-    }
+                                    std::span<const std::int32_t> ids, const Culture& culture) {
+    std::vector<std::uint64_t> keys(ids.size(), kEmpty);
+    DistinctTexts texts(cells, culture);
     // In the order in which the cells lie in memory, whatever the display's is.
-    for (Slot slot = 0; slot < slots; ++slot) {
-        if (!wanted[slot] || cells.IsEmpty(slot, column.index)) {
-            continue;
-        }
-        PooledText* pooled = cells.Text(slot, column.index);
-        if (byText && pooled != nullptr) {
-            ranks.Add(slot, pooled);
-            continue;
-        }
-        const Value value = cells.Get(slot, column.index);
-        const auto number = byText ? std::nullopt : NumberOf(value, column.dataType, culture);
-        if (number) {
-            keys[slot] = NumberKey(*number);
-        } else if (pooled != nullptr) {
-            ranks.Add(slot, pooled);
-        } else if (!value.Is<Null>()) {
-            ranks.Add(slot, TextOf(value, culture));
+    for (Slot slot = 0; slot < ids.size(); ++slot) {
+        if (ids[slot] != 0 && !cells.IsEmpty(slot, column.index)) {
+            keys[slot] = FirstKey(cells, slot, column, texts, culture);
         }
     }
-    ranks.Rank(keys, byText ? 0 : kBehindNumbers);
+    const std::uint64_t base = column.dataType == DataType::Text ? 0 : kBehindNumbers;
+    const std::vector<std::uint32_t> ranks = texts.Ranks();
+    for (std::uint64_t& key : keys) {
+        if (key >= kBehindNumbers) {
+            key = base + ranks[static_cast<std::size_t>(key - kBehindNumbers)];
+        }
+    }
     return keys;
 }
 
 void StableSort(std::vector<Slot>& rows, std::span<const std::uint64_t> keys, bool descending) {
-    struct Item {
-        std::uint64_t key;
-        Slot slot;
-    };
-    std::vector<Item> items;
-    items.reserve(rows.size());
+    const std::uint64_t turned = descending ? ~std::uint64_t{0} : 0;
     std::uint64_t all = ~std::uint64_t{0};
     std::uint64_t any = 0;
+    std::uint64_t last = 0;
     bool isInOrder = true; // as when sorted rows are grouped
     for (const Slot slot : rows) {
-        const std::uint64_t key = descending ? ~keys[slot] : keys[slot];
-        isInOrder = isInOrder && (items.empty() || items.back().key <= key);
+        const std::uint64_t key = keys[slot] ^ turned;
+        isInOrder = isInOrder && last <= key;
+        last = key;
         all &= key;
         any |= key;
-        items.push_back({key, slot});
     }
     if (isInOrder) {
         return;
     }
-    std::vector<Item> sorted(items.size());
+    std::vector<Slot> sorted(rows.size());
     for (unsigned shift = 0; shift < 64; shift += 8) {
+        const auto byteOf = [&](Slot slot) { return ((keys[slot] ^ turned) >> shift) & 0xFFU; };
         if ((((all ^ any) >> shift) & 0xFFU) == 0) {
             continue; // every key has the same byte here
         }
-        std::array<std::size_t, 257> starts{};
-        for (const Item& item : items) {
-            ++starts[((item.key >> shift) & 0xFFU) + 1];
+        std::array<std::uint32_t, 256> places{};
+        for (const Slot slot : rows) {
+            ++places[byteOf(slot)];
         }
-        for (std::size_t byte = 1; byte < starts.size(); ++byte) {
-            starts[byte] += starts[byte - 1];
+        std::exclusive_scan(places.begin(), places.end(), places.begin(), 0U);
+        for (const Slot slot : rows) {
+            sorted[places[byteOf(slot)]++] = slot;
         }
-        for (const Item& item : items) {
-            sorted[starts[(item.key >> shift) & 0xFFU]++] = item;
-        }
-        items.swap(sorted);
+        rows.swap(sorted);
     }
-    std::transform(items.begin(), items.end(), rows.begin(),
-                   [](const Item& item) { return item.slot; });
 }
 
 } // namespace talvix::grid
