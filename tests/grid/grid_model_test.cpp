@@ -148,6 +148,32 @@ TEST(GridCells, TextsOfEveryLengthComeAndGo) {
     }
 }
 
+TEST(GridSort, AfterOneThatRanOutOfMemoryTheNextOneIsRight) {
+    struct RunsOut : FakeCulture {
+        std::string SortKey(std::u16string_view text) const override {
+            if (left-- == 0) {
+                throw std::bad_alloc();
+            }
+            return FakeCulture::SortKey(text);
+        }
+        mutable int left = -1;
+    };
+    RunsOut culture;
+    GridModel model(culture);
+    const std::size_t column = model.AddColumn(u"Name").index;
+    for (const auto* name : {u"c", u"a", u"b"}) {
+        model.rows.Set(model.rows.Add(), column, Value(name));
+    }
+    for (int calls = 0; calls < 3; ++calls) {
+        culture.left = calls;
+        EXPECT_THROW(model.Sort(column, false), std::bad_alloc);
+        culture.left = -1;
+        model.Sort(column, calls % 2 == 1);
+        EXPECT_EQ(model.rows.Get(model.rows.At(1), column), Value(calls % 2 == 1 ? u"c" : u"a"));
+        EXPECT_EQ(model.rows.Get(model.rows.At(2), column), Value(u"b"));
+    }
+}
+
 TEST(GridGroups, AddingOneGivesItsColumn) {
     const ModelRig rig;
     EXPECT_EQ(rig.grid[u"Groups"](u"Add", u"Name").Call(u"Key"), Value(u"Name"));
