@@ -44,12 +44,12 @@ Series Run(const std::function<double()>& a, const std::function<double()>& b, i
 
 /// Lets a profiler watch a job for a while.
 void Repeat(const std::function<double()>& job) {
-    tellsTimes = true;
+    TellTimes(true);
     double watched = 0;
     for (int turn = 0; turn < kMostTurns && watched < kWatched; ++turn) {
         watched += job();
     }
-    tellsTimes = false;
+    TellTimes(false);
 }
 
 } // namespace
@@ -70,9 +70,17 @@ double Since(double start) {
     return end - start;
 }
 
+void TellTimes(bool tells) {
+    tellsTimes = tells;
+}
+
+const char* ProfiledRow() {
+    return std::getenv("TALVIX_PROFILE");
+}
+
 void Compare(const Question& question, const std::function<double()>& a,
              const std::function<double()>& b, int pairs) {
-    if (const char* profiled = std::getenv("TALVIX_PROFILE")) {
+    if (const char* profiled = ProfiledRow()) {
         if (question.id == profiled) {
             Repeat(a);
         }

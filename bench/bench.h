@@ -13,8 +13,12 @@ namespace talvix::bench {
 
 /// Seconds of a steady clock.
 double Now();
-/// Seconds from `start` until now. While a row is profiled, prints the two times as well.
+/// Seconds from `start` until now.
 double Since(double start);
+/// Makes `Since` print its two times as well, where a profiler asks for them.
+void TellTimes(bool tells);
+/// The row that a profiler watches, from the environment variable TALVIX_PROFILE; null for none.
+const char* ProfiledRow();
 
 /// A row of the table.
 struct Question {
@@ -25,8 +29,8 @@ struct Question {
 
 /// Runs two jobs in turn, A-B-A-B, after a warm-up of both, and tells the median and the range of
 /// the paired ratios A/B. A job answers its seconds. A series that spreads by more than a quarter
-/// of its median is run once more, and the steadier one counts. With a row's id in the environment
-/// variable TALVIX_PROFILE, only that row's A is run, several times, for a profiler to watch.
+/// of its median is run once more, and the steadier one counts. While a row is profiled,
+/// only its A is run, several times.
 void Compare(const Question& question, const std::function<double()>& a,
              const std::function<double()>& b, int pairs = 5);
 /// Tells a figure that is no series.

@@ -107,6 +107,7 @@ double ShellAndControl() {
 } // namespace
 
 int CreateOnce(const std::string& what) {
+    TellTimes(ProfiledRow() != nullptr);
     double time = 0;
     if (what == "minimal") {
         time = CreateMinimal();

@@ -187,7 +187,9 @@ void StableSort(std::vector<Slot>& rows, std::span<const std::uint64_t> keys, bo
     }
     std::vector<Slot> sorted(rows.size());
     for (unsigned shift = 0; shift < 64; shift += 8) {
-        const auto byteOf = [&](Slot slot) { return ((keys[slot] ^ turned) >> shift) & 0xFFU; };
+        const auto byteOf = [&](Slot slot) {
+            return static_cast<std::uint8_t>((keys[slot] ^ turned) >> shift);
+        };
         if ((((all ^ any) >> shift) & 0xFFU) == 0) {
             continue; // every key has the same byte here
         }
