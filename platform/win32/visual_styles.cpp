@@ -7,7 +7,9 @@ namespace talvix {
 
 namespace {
 
-constexpr int kManifest = 2; // resource of the modules that ask for the newer common controls
+/// Resource of the modules that ask for the newer common controls. With the number 2 the loader
+/// would look for them whenever the module is loaded, wanted or not.
+constexpr int kManifest = 101;
 
 HANDLE MakeContext() {
     const std::u16string module = ModulePath();
