@@ -59,6 +59,7 @@ double SortGrid(const GridInWindow& shown, const char16_t* column, int& order) {
 
 double GroupGrid(const GridInWindow& shown, int columns) {
     static constexpr const char16_t* keys[] = {u"Type", u"Creator", u"Status"};
+    shown.ShowNow(); // what the peer's window has uncovered
     const double start = Now();
     shown.grid.Set(u"Redraw", false);
     for (int level = 0; level < columns; ++level) {

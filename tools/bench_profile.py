@@ -86,7 +86,9 @@ def profile(program, row, products, folder):
         modules[module] += 1
         procedures[module, procedure] += 1
     total = sum(modules.values())
-    lines = ['%s: %d samples of %d runs' % (row, total, len(spans)), '']
+    seconds = sum(end - start for start, end in spans)
+    lines = ['%s: %d runs of %.3g ms, %d %% of it on a processor' % (
+        row, len(spans), 1000 * seconds / len(spans), round(100 * total / SAMPLES_PER_SECOND / seconds)), '']
     lines += ['%5.1f %%  %s' % (100 * count / total, module) for module, count in modules.most_common(12)] + ['']
     lines += ['%5.1f %%  %-20s %s' % (100 * count / total, *which) for which, count in procedures.most_common(SHOWN)]
     return '\n'.join(lines) + '\n'

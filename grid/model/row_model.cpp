@@ -88,6 +88,7 @@ RowRef RowModel::Add() {
     freeSlots_.pop_back();
     filter_.Forget(slot);
     ids_[slot] = nextId_++;
+    inOrder_ = false;
     selected_.Set(slot, false);
     groupOf_[slot] = kNoNode;
     lastAdded_ = RefOf(static_cast<Line>(slot));
@@ -224,6 +225,7 @@ void RowModel::Set(const RowRef& row, std::size_t column, const Value& value) {
                       u"A group heading's value cannot be written");
     }
     cells_.Set(SlotIn(row), column, value);
+    inOrder_ = inOrder_ && sorting_->column != column;
     index_.Enter(column, SlotIn(row));
     if (filter_.IsOn()) {
         filter_.Forget(SlotIn(row));

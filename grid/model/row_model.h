@@ -39,7 +39,10 @@ public:
     std::int32_t Find(std::size_t column, const Value& value, std::int32_t start);
     void SortBy(std::size_t column, bool descending);
     /// Leaves the rows where they are.
-    void Unsort() { sorting_.reset(); }
+    void Unsort() {
+        sorting_.reset();
+        inOrder_ = false;
+    }
     std::optional<Grouping> Sorting() const { return sorting_; }
     const std::vector<Grouping>& Groups() const { return groups_; }
     void SetGroups(std::vector<Grouping> groups);

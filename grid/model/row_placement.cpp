@@ -13,6 +13,7 @@ std::vector<std::uint64_t> RowModel::KeysOf(std::size_t column) {
 
 void RowModel::SortBy(std::size_t column, bool descending) {
     sorting_ = Grouping{column, descending};
+    inOrder_ = false;
     Place();
 }
 
@@ -49,9 +50,10 @@ void RowModel::PlaceIntoGroups(std::vector<Slot>& rows) {
 void RowModel::Place() {
     Compact();
     std::vector<Slot> rows(order_.begin(), order_.end());
-    if (sorting_) {
+    if (sorting_ && !inOrder_) {
         StableSort(rows, KeysOf(sorting_->column), sorting_->descending);
         order_.assign(rows.begin(), rows.end());
+        inOrder_ = true;
     }
     std::fill(groupOf_.begin(), groupOf_.end(), kNoNode);
     if (!groups_.empty()) {
@@ -148,6 +150,7 @@ void RowModel::Reveal(const RowRef& row) {
 }
 
 void RowModel::ColumnsChanged() {
+    inOrder_ = false;
     if (filter_.IsOn()) {
         filter_.ForgetAll();
         LeaveHiddenRows();

@@ -53,6 +53,7 @@ struct RowState {
     std::int32_t nextId_ = 1;
     std::int32_t deadLines_ = 0;
     bool positionsValid_ = true;
+    bool inOrder_ = false; ///< order_ is as sorting_ wants it
     RowRef current_, lastAdded_;
     std::uint64_t version_ = 1; ///< of the order
     std::uint64_t selectionVersion_ = 1;

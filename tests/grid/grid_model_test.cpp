@@ -148,6 +148,28 @@ TEST(GridCells, TextsOfEveryLengthComeAndGo) {
     }
 }
 
+TEST(GridSort, RowsAreRefreshedForWhateverHasChanged) {
+    const ModelRig rig;
+    const Late first = rig.Add(u"a", 10);
+    rig.Add(u"b", 9);
+    const auto refreshed = [&] {
+        rig.model->RefreshSort();
+        return rig.Names();
+    };
+    rig.grid.Call(u"Sort", u"Number", 0);
+    EXPECT_EQ(rig.Names(), u"b a");
+    rig.grid(u"Columns", u"Number").Set(u"DataType", 8);
+    EXPECT_EQ(refreshed(), u"a b") << "as texts";
+    first.SetAt(u"Value", u"Number", 99);
+    EXPECT_EQ(refreshed(), u"b a") << "another cell";
+    first.SetAt(u"Value", u"Name", u"c");
+    EXPECT_EQ(refreshed(), u"b c") << "a cell of another column";
+    rig.Add(u"d", 95);
+    EXPECT_EQ(refreshed(), u"b d c") << "another row";
+    rig.grid[u"Rows"].Call(u"Remove", 1);
+    EXPECT_EQ(refreshed(), u"d c") << "a row less";
+}
+
 TEST(GridSort, AfterOneThatRanOutOfMemoryTheNextOneIsRight) {
     struct RunsOut : FakeCulture {
         std::string SortKey(std::u16string_view text) const override {
