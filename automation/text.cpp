@@ -191,24 +191,26 @@ bool SameName(std::u16string_view left, std::u16string_view right) {
 }
 
 std::size_t UnitHash(std::u16string_view text, char16_t always) {
-    constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15ULL;
-    constexpr std::size_t kStep = sizeof(std::uint64_t) / sizeof(char16_t);
-    const std::uint64_t mask = always * 0x0001000100010001ULL;
-    std::uint64_t hash = text.size() * kFactor;
-    const auto mix = [&](std::uint64_t block) {
+    using Word = std::size_t; // what the processor multiplies at once
+    constexpr auto kFactor = static_cast<Word>(0x9E3779B97F4A7C15ULL);
+    constexpr std::size_t kStep = sizeof(Word) / sizeof(char16_t);
+    constexpr unsigned kHalf = sizeof(Word) * 4;
+    const auto mask = static_cast<Word>(always * 0x0001000100010001ULL);
+    Word hash = text.size() * kFactor;
+    const auto mix = [&](Word block) {
         hash = (hash ^ block) * kFactor;
-        hash ^= hash >> 29U;
+        hash ^= hash >> (kHalf - 3);
     };
     std::size_t at = 0;
     for (; at + kStep <= text.size(); at += kStep) {
-        std::uint64_t block = 0;
+        Word block = 0;
         std::memcpy(&block, text.data() + at, sizeof block);
         mix(block | mask);
     }
     for (; at < text.size(); ++at) {
-        mix(static_cast<std::uint64_t>(text[at]) | always);
+        mix(static_cast<Word>(text[at]) | always);
     }
-    return static_cast<std::uint32_t>(hash ^ (hash >> 32U));
+    return static_cast<std::uint32_t>(hash ^ (hash >> kHalf));
 }
 
 std::string ToUtf8(std::u16string_view text) {

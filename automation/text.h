@@ -36,7 +36,7 @@ constexpr char16_t FoldAscii(char16_t character) {
 }
 /// Equality without ASCII case: the rule for member names.
 bool SameName(std::u16string_view left, std::u16string_view right);
-/// A hash of a text, four units at a time, each taken with the bits of `always` set.
+/// A hash of a text, each of its units taken with the bits of `always` set.
 std::size_t UnitHash(std::u16string_view text, char16_t always = 0);
 /// A hash that is equal for names that differ in ASCII case only: capitals and small letters differ
 /// in one bit.
