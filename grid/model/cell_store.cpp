@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 
 namespace talvix::grid {
 
@@ -14,6 +15,13 @@ Number Unpack(std::uint64_t content) {
     Number number{};
     std::memcpy(&number, &content, sizeof number);
     return number;
+}
+
+template <typename Number>
+std::uint64_t Packed(Number number) {
+    std::uint64_t content = 0;
+    std::memcpy(&content, &number, sizeof number);
+    return content;
 }
 
 Value* ValueIn(std::uint64_t content) {
@@ -31,7 +39,7 @@ CellStore::~CellStore() {
     for (Column& column : columns_) {
         for (Slot slot = 0; slot < column.kinds.size(); ++slot) {
             if (column.kinds[slot] == Kind::Boxed) {
-                delete ValueIn(column.contents[slot]);
+                delete ValueIn(column.ContentOf(slot));
             }
         }
     }
@@ -40,7 +48,7 @@ CellStore::~CellStore() {
 void CellStore::AddColumn() {
     Column column;
     column.kinds.resize(slots_, Kind::Empty);
-    column.contents.resize(slots_, 0);
+    column.lows.resize(slots_, 0);
     columns_.push_back(std::move(column));
 }
 
@@ -50,19 +58,24 @@ void CellStore::Reserve(std::size_t slots) {
     }
     // Room is taken for many rows, but what no row needs yet is not even touched.
     const std::size_t made = std::max(slots, slots_ + std::min(slots_ * 3 / 8 + 16, kMadeAtOnce));
-    for (Column& column : columns_) {
-        if (column.contents.capacity() < made || column.kinds.capacity() < made) {
-            column.kinds.reserve(made + made * 3 / 8);
-            column.contents.reserve(made + made * 3 / 8);
+    const auto reach = [made](auto& list) {
+        if (list.capacity() < made) {
+            list.reserve(made + made * 3 / 8);
         }
-        column.kinds.resize(made, Kind::Empty);
-        column.contents.resize(made, 0);
+        list.resize(made);
+    };
+    for (Column& column : columns_) {
+        reach(column.kinds);
+        reach(column.lows);
+        if (!column.highs.empty()) {
+            reach(column.highs);
+        }
     }
     slots_ = made;
 }
 
 Value CellStore::Get(Slot slot, std::size_t column) const {
-    const std::uint64_t content = columns_[column].contents[slot];
+    const std::uint64_t content = columns_[column].ContentOf(slot);
     switch (columns_[column].kinds[slot]) {
     case Kind::Empty:
         return {};
@@ -83,29 +96,39 @@ Value CellStore::Get(Slot slot, std::size_t column) const {
     case Kind::Date:
         return Date{Unpack<double>(content)};
     case Kind::Text:
-        return Value(TextIn(content)->View());
+        return Value(texts_.At(static_cast<TextPlace>(content))->View());
     case Kind::Boxed:
         break;
     }
     return *ValueIn(content);
 }
 
-template <typename Number>
-void CellStore::Pack(Column& column, Slot slot, Kind kind, Number number) {
-    std::uint64_t content = 0;
-    std::memcpy(&content, &number, sizeof number);
+/// Gives a column the upper halves of its contents.
+void CellStore::MakeHighs(Column& column) const {
+    column.highs.reserve(column.lows.capacity());
+    column.highs.resize(slots_);
+}
+
+void CellStore::Fill(Column& column, Slot slot, Kind kind, std::uint64_t content) {
+    const auto high = static_cast<std::uint32_t>(content >> 32U);
+    if (high != 0 && column.highs.empty()) {
+        MakeHighs(column); // the only step that can fail
+    }
     Drop(column, slot);
-    column.contents[slot] = content;
+    column.lows[slot] = static_cast<std::uint32_t>(content);
+    if (!column.highs.empty()) {
+        column.highs[slot] = high;
+    }
     column.kinds[slot] = kind;
 }
 
 /// A row often holds what the row before it holds, and that text need not be searched for.
-PooledText* CellStore::Pooled(const Column& column, Slot slot, std::u16string_view text) {
+TextPlace CellStore::Pooled(const Column& column, Slot slot, std::u16string_view text) {
     if (slot > 0 && column.kinds[slot - 1] == Kind::Text) {
-        auto* before = TextIn(column.contents[slot - 1]);
+        PooledText* before = texts_.At(column.lows[slot - 1]);
         if (before->Holds(text)) {
             ++before->references;
-            return before;
+            return column.lows[slot - 1];
         }
     }
     return texts_.Intern(text);
@@ -114,33 +137,29 @@ PooledText* CellStore::Pooled(const Column& column, Slot slot, std::u16string_vi
 void CellStore::Set(Slot slot, std::size_t place, const Value& value) {
     Column& column = columns_[place];
     if (const auto* text = value.If<std::u16string>()) {
-        PooledText* pooled = Pooled(column, slot, *text);
-        Drop(column, slot);
-        column.contents[slot] = AsContent(pooled);
-        column.kinds[slot] = Kind::Text;
+        Fill(column, slot, Kind::Text, Pooled(column, slot, *text));
     } else if (value.Is<Empty>()) {
         Drop(column, slot);
     } else if (const auto* truth = value.If<bool>()) {
-        Pack(column, slot, Kind::Bool, static_cast<std::uint8_t>(*truth));
+        Fill(column, slot, Kind::Bool, *truth ? 1 : 0);
     } else if (const auto* byte = value.If<std::uint8_t>()) {
-        Pack(column, slot, Kind::Byte, *byte);
+        Fill(column, slot, Kind::Byte, *byte);
     } else if (const auto* integer = value.If<std::int16_t>()) {
-        Pack(column, slot, Kind::Int16, *integer);
+        Fill(column, slot, Kind::Int16, Packed(*integer));
     } else if (const auto* number = value.If<std::int32_t>()) {
-        Pack(column, slot, Kind::Int32, *number);
+        Fill(column, slot, Kind::Int32, Packed(*number));
     } else if (const auto* large = value.If<std::int64_t>()) {
-        Pack(column, slot, Kind::Int64, *large);
+        Fill(column, slot, Kind::Int64, Packed(*large));
     } else if (const auto* single = value.If<float>()) {
-        Pack(column, slot, Kind::Float, *single);
+        Fill(column, slot, Kind::Float, Packed(*single));
     } else if (const auto* real = value.If<double>()) {
-        Pack(column, slot, Kind::Double, *real);
+        Fill(column, slot, Kind::Double, Packed(*real));
     } else if (const auto* date = value.If<Date>()) {
-        Pack(column, slot, Kind::Date, date->days);
+        Fill(column, slot, Kind::Date, Packed(date->days));
     } else {
-        auto* boxed = new Value(value);
-        Drop(column, slot);
-        column.contents[slot] = AsContent(boxed);
-        column.kinds[slot] = Kind::Boxed;
+        auto boxed = std::make_unique<Value>(value);
+        Fill(column, slot, Kind::Boxed, AsContent(boxed.get()));
+        (void)boxed.release();
     }
 }
 
@@ -148,9 +167,9 @@ void CellStore::Drop(Column& column, Slot slot) {
     const Kind kind = column.kinds[slot];
     column.kinds[slot] = Kind::Empty;
     if (kind == Kind::Text) {
-        texts_.Release(TextIn(column.contents[slot]));
+        texts_.Release(column.lows[slot]);
     } else if (kind == Kind::Boxed) {
-        delete ValueIn(column.contents[slot]);
+        delete ValueIn(column.ContentOf(slot));
     }
 }
 

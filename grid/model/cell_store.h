@@ -12,8 +12,9 @@ namespace talvix::grid {
 
 using Slot = std::uint32_t;
 
-/// The cells of all rows, column by column, nine bytes each; texts lie in a pool, rare kinds of
-/// values in boxes. A cell gives back the value exactly as it was put.
+/// The cells of all rows, column by column, five bytes each, or nine where a column needs them;
+/// texts lie in a pool, rare kinds of values in boxes. A cell gives back the value exactly as it
+/// was put.
 class CellStore {
 public:
     CellStore() = default;
@@ -36,14 +37,14 @@ public:
     }
     /// The cell's text without a copy, or null for cells of other kinds.
     PooledText* Text(Slot slot, std::size_t column) const {
-        return columns_[column].kinds[slot] == Kind::Text ? TextIn(columns_[column].contents[slot])
+        return columns_[column].kinds[slot] == Kind::Text ? texts_.At(columns_[column].lows[slot])
                                                           : nullptr;
     }
     /// The number in a cell that holds a Double or a Date; nothing for all others.
     std::optional<double> Real(Slot slot, std::size_t column) const {
         const Kind kind = columns_[column].kinds[slot];
         return kind == Kind::Double || kind == Kind::Date
-                   ? std::optional(std::bit_cast<double>(columns_[column].contents[slot]))
+                   ? std::optional(std::bit_cast<double>(columns_[column].ContentOf(slot)))
                    : std::nullopt;
     }
     TextPool& Texts() { return texts_; }
@@ -63,17 +64,17 @@ private:
         Boxed
     };
     struct Column {
+        std::uint64_t ContentOf(Slot slot) const {
+            return lows[slot] | (highs.empty() ? 0 : std::uint64_t{highs[slot]} << 32U);
+        }
         std::vector<Kind> kinds;
-        std::vector<std::uint64_t> contents;
+        std::vector<std::uint32_t> lows;
+        std::vector<std::uint32_t> highs; ///< none before a cell's content needs more than 32 bits
     };
-    static PooledText* TextIn(std::uint64_t content) {
-        // NOLINTNEXTLINE(performance-no-int-to-ptr): a cell is one number, whatever it holds
-        return reinterpret_cast<PooledText*>(static_cast<std::uintptr_t>(content));
-    }
-    PooledText* Pooled(const Column& column, Slot slot, std::u16string_view text);
+    TextPlace Pooled(const Column& column, Slot slot, std::u16string_view text);
     void Drop(Column& column, Slot slot);
-    template <typename Number>
-    void Pack(Column& column, Slot slot, Kind kind, Number number);
+    void Fill(Column& column, Slot slot, Kind kind, std::uint64_t content);
+    void MakeHighs(Column& column) const;
 
     std::vector<Column> columns_;
     std::size_t slots_ = 0;

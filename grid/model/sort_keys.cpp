@@ -32,8 +32,8 @@ public:
         for (const Distinct& distinct : distinct_) {
             distinct.text->mark = 0;
         }
-        for (PooledText* text : own_) {
-            if (text != nullptr) {
+        for (const TextPlace text : own_) {
+            if (text != 0) {
                 cells_.Texts().Release(text);
             }
         }
@@ -48,9 +48,9 @@ public:
         return text->mark;
     }
     std::uint32_t NumberOf(std::u16string_view text) {
-        own_.push_back(nullptr); // room first: a text that is taken must be let go of
+        own_.push_back(0); // room first: a text that is taken must be let go of
         own_.back() = cells_.Texts().Intern(text);
-        return NumberOf(own_.back());
+        return NumberOf(cells_.Texts().At(own_.back()));
     }
     /// Ranks by number, both from 1 on; texts that count as equal have the same rank.
     std::vector<std::uint32_t> Ranks() {
@@ -100,7 +100,7 @@ private:
     CellStore& cells_;
     const Culture& culture_;
     std::vector<Distinct> distinct_;
-    std::vector<PooledText*> own_;
+    std::vector<TextPlace> own_;
 };
 
 /// What a value counts as in a column of numbers or dates.

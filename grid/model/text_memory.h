@@ -2,14 +2,19 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <vector>
 
 namespace talvix::grid {
 
+/// Where a piece of memory lies, half as long as an address and the same in every program; 0 for
+/// nowhere.
+using TextPlace = std::uint32_t;
+
 /// Memory for a grid's many short texts: cut from large blocks in steps of 8 bytes, given back
-/// into one list per size. Long texts get memory of their own, which has to be given back; the
-/// blocks go with the object.
+/// into one list per size. A long text has a block of its own, which goes when it is given back;
+/// the other blocks go with the object.
 class TextMemory {
 public:
     TextMemory() = default;
@@ -17,22 +22,30 @@ public:
     TextMemory& operator=(const TextMemory&) = delete;
     ~TextMemory() = default;
 
-    void* Take(std::size_t bytes);
-    /// `bytes` is what was asked for.
-    void GiveBack(void* memory, std::size_t bytes);
+    TextPlace Take(std::size_t bytes);
+    /// `bytes` is what was asked for. Cannot fail.
+    void GiveBack(TextPlace place, std::size_t bytes);
+    /// The memory at a place that was taken; it stays there until it is given back.
+    void* At(TextPlace place) const {
+        return blocks_[place / kSteps].get() + place % kSteps * kStep;
+    }
 
 private:
     static constexpr std::size_t kStep = 8;
-    static constexpr std::size_t kLongest = 512; ///< bytes of a text that comes from a block
+    static constexpr std::size_t kLongest = 4096; ///< bytes that come from a block of many
     static constexpr std::size_t kBlock = std::size_t{64} * 1024;
-    struct Free {
-        Free* next;
-    };
-    void* Cut(std::size_t bytes);
+    static constexpr std::size_t kSteps = kBlock / kStep;
+    static constexpr std::size_t kMostBlocks = (std::size_t{UINT32_MAX} + 1 - kSteps) / kSteps;
+    std::size_t AddBlock();
+    TextPlace Cut(std::size_t bytes);
+    TextPlace TakeOwnBlock(std::size_t bytes);
 
-    std::array<Free*, kLongest / kStep + 1> free_{};
-    std::vector<std::unique_ptr<std::byte[]>> blocks_;
-    std::size_t left_ = 0; ///< bytes of the last block that are not cut off yet
+    std::array<TextPlace, kLongest / kStep + 1> free_{};
+    std::vector<std::unique_ptr<std::byte[]>> blocks_; ///< their first steps are not used
+    std::vector<std::size_t> vacant_;                  ///< numbers of blocks that are gone
+    std::size_t ownBlocks_ = 0;
+    std::size_t current_ = 0; ///< the block that is being cut
+    std::size_t left_ = 0;    ///< its bytes that are not cut off yet
 };
 
 } // namespace talvix::grid

@@ -13,7 +13,6 @@ namespace talvix::grid {
 struct PooledText {
     std::uint32_t references = 0;
     std::uint32_t length = 0;
-    std::uint32_t hash = 0;
     std::uint32_t mark = 0; ///< free for whoever walks over the texts, such as a sort's rank
 
     std::u16string_view View() const {
@@ -34,11 +33,13 @@ public:
     TextPool& operator=(const TextPool&) = delete;
     ~TextPool();
 
-    /// The pool's own copy, with one reference more.
-    PooledText* Intern(std::u16string_view text);
+    /// Where the pool's own copy lies, with one reference more.
+    TextPlace Intern(std::u16string_view text);
+    /// The text at a place. It stays where it is as long as it is held.
+    PooledText* At(TextPlace place) const { return static_cast<PooledText*>(memory_.At(place)); }
     /// Gives one reference back.
-    void Release(PooledText* text) {
-        if (--text->references == 0 && ++unused_ > count_ / 2 + kFew) {
+    void Release(TextPlace place) {
+        if (--At(place)->references == 0 && ++unused_ > count_ / 2 + kFew) {
             Sweep();
         }
     }
@@ -46,21 +47,22 @@ public:
     std::size_t Size() const { return count_ - unused_; }
 
 private:
-    /// The address of a text and the upper part of its hash; 0 for a free slot.
-    using Entry = std::uint64_t;
+    /// A slot of the table; a free one has no place.
+    struct Entry {
+        std::uint32_t hash = 0; ///< of the text, and compared before the text is looked at
+        TextPlace place = 0;
+    };
     static constexpr std::size_t kFew = 1000;
-    static Entry EntryOf(PooledText* text);
-    static PooledText* TextIn(Entry entry);
 
-    PooledText* NewText(std::u16string_view text, std::uint32_t hash);
-    void EndText(PooledText* text);
+    TextPlace NewText(std::u16string_view text);
+    void EndText(TextPlace place);
     void MakeRoom();
     void Sweep();
     std::size_t SlotOf(std::u16string_view text, std::uint32_t hash) const;
     void CloseGap(std::size_t slot);
 
     TextMemory memory_;
-    std::vector<Entry> entries_; ///< open addressing by the lower part of the hash
+    std::vector<Entry> entries_; ///< open addressing by the lower bits of the hash
     std::size_t count_ = 0;
     std::size_t unused_ = 0;
 };

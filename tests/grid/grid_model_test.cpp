@@ -139,11 +139,64 @@ TEST(GridCells, TextsOfEveryLengthComeAndGo) {
     const Late row = rig.Add(u"");
     for (int round = 0; round < 3; ++round) {
         std::size_t step = 7;
-        for (std::size_t length = 0; length < 600; length += step) {
-            step = length > 230 && length < 260 ? 1 : 7; // one by one where they leave the blocks
+        for (std::size_t length = 0; length < 2200; length += step) {
+            step = length > 2030 && length < 2060 ? 1 : 7; // one by one where they leave the blocks
             const std::u16string text(length, static_cast<char16_t>(u'a' + length % 26));
             row.SetAt(u"Value", u"Name", text);
             EXPECT_EQ(row.Call(u"Value", u"Name"), Value(text));
+        }
+    }
+}
+
+TEST(GridCells, LongTextsHaveMemoryOfTheirOwnAndGiveItBack) {
+    const ModelRig rig;
+    std::vector<Late> rows;
+    const auto textOf = [](int number) {
+        return std::u16string(3000 + static_cast<std::size_t>(number),
+                              static_cast<char16_t>(u'a' + number % 26));
+    };
+    for (int round = 0; round < 3; ++round) {
+        for (int number = 0; number < 200; ++number) {
+            rows.push_back(rig.Add(textOf(number), number));
+        }
+        for (int number = 0; number < 200; ++number) {
+            EXPECT_EQ(rows[static_cast<std::size_t>(number)].Call(u"Value", u"Name"),
+                      Value(textOf(number)));
+        }
+        for (const Late& row : rows) { // more texts than are kept when nothing holds them
+            for (int each = 0; each < 10; ++each) {
+                row.SetAt(u"Value", u"Name", DecimalText(round * 1000 + each));
+            }
+            rig.grid[u"Rows"].Call(u"Remove", row.Get());
+        }
+        rows.clear();
+    }
+    EXPECT_EQ(rig.Count(), 0);
+}
+
+TEST(GridCells, AColumnHoldsNumbersOfEveryWidthBesideTexts) {
+    const ModelRig rig;
+    const std::array<Value, 12> values{u"Text",
+                                       true,
+                                       std::uint8_t{255},
+                                       std::int16_t{-3},
+                                       std::int32_t{-2000000000},
+                                       std::int64_t{-1},
+                                       std::int64_t{0x123456789ABCDEF},
+                                       1.5F,
+                                       -2.25,
+                                       Date{38000.25},
+                                       Currency{-12345},
+                                       Value()};
+    std::vector<Late> rows;
+    for (const Value& value : values) {
+        rows.push_back(rig.Add(u"", value));
+    }
+    for (std::size_t turn = 0; turn < values.size(); ++turn) {
+        for (std::size_t at = 0; at < values.size(); ++at) {
+            const Value& value = values[(at + turn) % values.size()];
+            EXPECT_EQ(rows[at].Call(u"Value", u"Number"), value);
+            rows[at].SetAt(u"Value", u"Number", values[(at + turn + 1) % values.size()]);
         }
     }
 }

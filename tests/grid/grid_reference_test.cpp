@@ -282,12 +282,12 @@ TEST(GridReference, OpenedAndClosedGroupsShowWhatAPlainWalkFinds) {
 TEST(TextPool, KeepsEachTextOnceThroughRandomUse) {
     Random random(7);
     TextPool pool;
-    std::vector<PooledText*> held;
+    std::vector<TextPlace> held;
     for (int step = 0; step < 20000; ++step) {
         if (held.empty() || random() % 3 != 0) {
             const std::u16string text = DecimalText(random() % 500);
-            PooledText* pooled = pool.Intern(text);
-            ASSERT_EQ(pooled->View(), text);
+            const TextPlace pooled = pool.Intern(text);
+            ASSERT_EQ(pool.At(pooled)->View(), text);
             held.push_back(pooled);
         } else {
             const std::size_t at = Below(random, held.size());
@@ -305,7 +305,7 @@ TEST(TextPool, FindsWhatIsLeftAfterManyWereLetGoOf) {
     constexpr int kTexts = 30000;
     TextPool pool;
     for (int round = 0; round < 3; ++round) {
-        std::vector<PooledText*> held;
+        std::vector<TextPlace> held;
         for (int number = 0; number < kTexts; ++number) {
             held.push_back(pool.Intern(DecimalText(number)));
         }
@@ -317,8 +317,8 @@ TEST(TextPool, FindsWhatIsLeftAfterManyWereLetGoOf) {
         }
         EXPECT_EQ(pool.Size(), kTexts / 3);
         for (int number = 0; number < kTexts; number += 3) {
-            PooledText* const own = held[static_cast<std::size_t>(number)];
-            ASSERT_EQ(own->View(), DecimalText(number));
+            const TextPlace own = held[static_cast<std::size_t>(number)];
+            ASSERT_EQ(pool.At(own)->View(), DecimalText(number));
             ASSERT_EQ(pool.Intern(DecimalText(number)), own);
             pool.Release(own);
             pool.Release(own);
@@ -329,10 +329,10 @@ TEST(TextPool, FindsWhatIsLeftAfterManyWereLetGoOf) {
 
 TEST(TextPool, TextLetGoOfIsTakenUpAgain) {
     TextPool pool;
-    PooledText* const text = pool.Intern(u"Bericht");
+    const TextPlace text = pool.Intern(u"Bericht");
     pool.Release(text);
     EXPECT_EQ(pool.Size(), 0U);
-    EXPECT_EQ(pool.Intern(u"Bericht")->references, 1U);
+    EXPECT_EQ(pool.At(pool.Intern(u"Bericht"))->references, 1U);
     EXPECT_EQ(pool.Size(), 1U);
 }
 
