@@ -18,7 +18,7 @@ target_compile_options(talvix_component PRIVATE -Os)
 set(for_size platform/win32/dialogs.cpp platform/win32/item_window.cpp platform/win32/dialog_template.cpp
     platform/win32/drop_target.cpp platform/win32/popup_menu.cpp platform/win32/progress_window.cpp
     platform/win32/shell_browser.cpp platform/win32/com/registration.cpp platform/win32/com/event_connection.cpp
-    platform/win32/com/server_exports.cpp
+    platform/win32/com/server_exports.cpp automation/event_source.cpp
     grid/model/grid_members.cpp grid/model/group_members.cpp grid/model/column_members.cpp grid/model/saved_layout.cpp
     grid/model/dropped_object.cpp grid/model/gestures.cpp grid/model/grid_model.cpp grid/model/layout.cpp
     grid/model/row_selection.cpp)

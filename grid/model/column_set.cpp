@@ -23,7 +23,7 @@ std::size_t ColumnSet::FindKey(std::u16string_view key) const {
     if (keySlots_.empty()) {
         return kNone;
     }
-    if (expected_ < columns_.size() && columns_[expected_].key == key) {
+    if (expected_ < columns_.size() && SameName(columns_[expected_].key, key)) {
         return expected_++;
     }
     const std::size_t mask = keySlots_.size() - 1;

@@ -12,9 +12,9 @@ namespace talvix::grid {
 /// nowhere.
 using TextPlace = std::uint32_t;
 
-/// Memory for a grid's many short texts: cut from large blocks in steps of 8 bytes, given back
-/// into one list per size. A long text has a block of its own, which goes when it is given back;
-/// the other blocks go with the object.
+/// Memory for a grid's many short texts, aligned for 32-bit numbers: cut from large blocks in steps
+/// of 4 bytes, given back into one list per size. A long text has a block of its own, which goes
+/// when it is given back; the other blocks go with the object.
 class TextMemory {
 public:
     TextMemory() = default;
@@ -31,11 +31,11 @@ public:
     }
 
 private:
-    static constexpr std::size_t kStep = 8;
+    static constexpr std::size_t kStep = 4;
     static constexpr std::size_t kLongest = 4096; ///< bytes that come from a block of many
     static constexpr std::size_t kBlock = std::size_t{64} * 1024;
     static constexpr std::size_t kSteps = kBlock / kStep;
-    static constexpr std::size_t kMostBlocks = (std::size_t{UINT32_MAX} + 1 - kSteps) / kSteps;
+    static constexpr std::size_t kMostBlocks = (std::uint64_t{1} << 32U) / kSteps;
     std::size_t AddBlock();
     TextPlace Cut(std::size_t bytes);
     TextPlace TakeOwnBlock(std::size_t bytes);

@@ -75,7 +75,7 @@ Spare waiting;
 /// it.
 class ArgumentBuffer {
 public:
-    ArgumentBuffer() : values_(TakeSpare()) {}
+    ArgumentBuffer() : isMine_(waiting.IsMine()), values_(isMine_ ? TakeSpare() : New()) {}
     ArgumentBuffer(const ArgumentBuffer&) = delete;
     ArgumentBuffer& operator=(const ArgumentBuffer&) = delete;
     ~ArgumentBuffer() {
@@ -85,7 +85,7 @@ public:
                 value = Value();
             }
         }
-        if (values_->size() <= kMostKept && waiting.IsMine() && waiting.buffer == nullptr) {
+        if (values_->size() <= kMostKept && isMine_ && waiting.buffer == nullptr) {
             waiting.buffer = values_.release();
         }
     }
@@ -94,10 +94,12 @@ public:
 private:
     static constexpr std::size_t kLongestKept = 1024;
     static constexpr std::size_t kMostKept = 32;
+    static std::unique_ptr<Buffer> New() { return std::make_unique<Buffer>(); }
     static std::unique_ptr<Buffer> TakeSpare() {
-        Buffer* spare = waiting.IsMine() ? std::exchange(waiting.buffer, nullptr) : nullptr;
-        return spare != nullptr ? std::unique_ptr<Buffer>(spare) : std::make_unique<Buffer>();
+        Buffer* spare = std::exchange(waiting.buffer, nullptr);
+        return spare != nullptr ? std::unique_ptr<Buffer>(spare) : New();
     }
+    bool isMine_;
     std::unique_ptr<Buffer> values_;
 };
 
