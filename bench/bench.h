@@ -59,15 +59,11 @@ int MemoryBench(const std::string& kind);
 int ViewBench();
 /// Only the painting of `ViewBench`.
 int PaintBench();
-/// Scrolls 3,000 times, for a profiler to watch.
-int ScrollAgain();
 /// Reading a folder in, twice, and removing what came; see make_import_folders in tools/bench for
 /// what FOLDER holds.
 int ImportBench(const std::u16string& folder);
 /// What is held after cycles of reading 10,000 files in and removing them.
 int CyclesBench(const std::u16string& folder);
-/// One folder read in five times, for a profiler to watch.
-int ImportAgain(const std::u16string& folder);
 /// The same by a script; SCRIPT is bench/import.vbs.
 int ScriptBench(const std::u16string& folder, const std::u16string& script);
 /// Opening a list of 10,000 documents.

@@ -199,14 +199,6 @@ int CyclesBench(const std::u16string& folder) {
     return 0;
 }
 
-int ImportAgain(const std::u16string& folder) {
-    for (int time = 0; time < 5; ++time) {
-        std::printf("%.0f ms\n", Import(folder) * 1000);
-        std::fflush(stdout);
-    }
-    return 0;
-}
-
 int ScriptBench(const std::u16string& folder, const std::u16string& script) {
     for (const Shape& shape : kShapes) {
         const std::u16string large = folder + u"\\" + shape.folder + u"100000";

@@ -24,17 +24,11 @@ int Run(const std::string& part, const std::string& first, const std::string& se
     if (part == "paint") {
         return PaintBench();
     }
-    if (part == "scroll") {
-        return ScrollAgain();
-    }
     if (part == "import") {
         return ImportBench(talvix::FromUtf8(first));
     }
     if (part == "cycles") {
         return CyclesBench(talvix::FromUtf8(first));
-    }
-    if (part == "again") {
-        return ImportAgain(talvix::FromUtf8(first));
     }
     if (part == "script") {
         return ScriptBench(talvix::FromUtf8(first), talvix::FromUtf8(second));
@@ -54,11 +48,8 @@ int Run(const std::string& part, const std::string& first, const std::string& se
     if (part == "once") {
         return CreateOnce(first);
     }
-    std::printf(
-        "talvix_bench fill | memory KIND | view | paint | scroll | import FOLDER | cycles FOLDER | "
-        "again FOLDER | script "
-        "FOLDER SCRIPT | init "
-        "FOLDER | folder FOLDER | call | creation\n");
+    std::printf("talvix_bench fill | memory KIND | view | paint | import FOLDER | cycles FOLDER | "
+                "script FOLDER SCRIPT | init FOLDER | folder FOLDER | call | creation\n");
     return 2;
 }
 

@@ -118,17 +118,6 @@ void ComparePainting(const std::vector<Row>& rows, const GridInWindow& grid,
 
 } // namespace
 
-int ScrollAgain() {
-    const GridInWindow grid(MakeRows());
-    int way = 1;
-    double time = 0;
-    for (int turn = 0; turn < 3000; ++turn) {
-        time += ScrollThree(grid, way);
-    }
-    std::printf("%.3f ms per turn of the wheel\n", time / 3);
-    return 0;
-}
-
 int PaintBench() {
     InitCommonControls();
     const std::vector<Row> rows = MakeRows();

@@ -8,7 +8,7 @@ namespace talvix {
 inline constexpr std::u16string_view kNotInFileNames = u"/\\*?|><:\"";
 
 /// True for a name that a file can have directly in a folder: no path, no drive or stream, no
-/// wildcard, no device (with or without extension), not empty.
+/// wildcard, no device (with or without extension, or blanks around it), not empty.
 bool IsPlainFileName(std::u16string_view name);
 
 } // namespace talvix

@@ -38,7 +38,18 @@ TextPlace TextPool::NewText(std::u16string_view text) {
 }
 
 void TextPool::EndText(TextPlace place) {
-    memory_.GiveBack(place, BytesOf(At(place)->length));
+    const std::size_t bytes = BytesOf(At(place)->length);
+    memory_.GiveBack(place, bytes);
+    bytes_ -= bytes;
+    --count_;
+}
+
+void TextPool::LetGo(const PooledText& text) {
+    ++unused_;
+    unusedBytes_ += BytesOf(text.length);
+    if (unused_ == count_ || unusedBytes_ > bytes_ / 2 + kFewBytes) {
+        Sweep();
+    }
 }
 
 std::size_t TextPool::SlotOf(std::u16string_view text, std::uint32_t hash) const {
@@ -60,11 +71,12 @@ TextPlace TextPool::Intern(std::u16string_view text) {
     if (entry.place == 0) {
         entry = {hash, NewText(text)};
         ++count_;
-        ++unused_;
-    }
-    if (At(entry.place)->references++ == 0) {
+        bytes_ += BytesOf(text.size());
+    } else if (At(entry.place)->references == 0) {
         --unused_;
+        unusedBytes_ -= BytesOf(text.size());
     }
+    ++At(entry.place)->references;
     return entry.place;
 }
 
@@ -79,10 +91,13 @@ void TextPool::Sweep() {
         while (!isFree(entries_[slot]) && At(entries_[slot].place)->references == 0) {
             EndText(entries_[slot].place);
             CloseGap(slot);
-            --count_;
         }
     }
     unused_ = 0;
+    unusedBytes_ = 0;
+    if (count_ == 0) {
+        entries_ = {};
+    }
 }
 
 /// Frees a slot and moves the texts behind it up, so that no search stops too early at the gap.

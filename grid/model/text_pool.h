@@ -25,7 +25,7 @@ struct PooledText {
 };
 
 /// All texts of a grid, each kept once and counted. Texts that nothing holds any more are swept out
-/// when they have become many.
+/// together: when they take a good part of the memory, and when nothing else is left.
 class TextPool {
 public:
     TextPool() = default;
@@ -39,8 +39,8 @@ public:
     PooledText* At(TextPlace place) const { return static_cast<PooledText*>(memory_.At(place)); }
     /// Gives one reference back.
     void Release(TextPlace place) {
-        if (--At(place)->references == 0 && ++unused_ > count_ / 2 + kFew) {
-            Sweep();
+        if (--At(place)->references == 0) {
+            LetGo(*At(place));
         }
     }
     /// Number of the texts that are held.
@@ -52,10 +52,11 @@ private:
         std::uint32_t hash = 0; ///< of the text, and compared before the text is looked at
         TextPlace place = 0;
     };
-    static constexpr std::size_t kFew = 1000;
+    static constexpr std::size_t kFewBytes = std::size_t{64} * 1024;
 
     TextPlace NewText(std::u16string_view text);
     void EndText(TextPlace place);
+    void LetGo(const PooledText& text);
     void MakeRoom();
     void Sweep();
     std::size_t SlotOf(std::u16string_view text, std::uint32_t hash) const;
@@ -64,7 +65,9 @@ private:
     TextMemory memory_;
     std::vector<Entry> entries_; ///< open addressing by the lower bits of the hash
     std::size_t count_ = 0;
-    std::size_t unused_ = 0;
+    std::size_t bytes_ = 0;
+    std::size_t unused_ = 0; ///< of the texts that are counted
+    std::size_t unusedBytes_ = 0;
 };
 
 } // namespace talvix::grid

@@ -27,7 +27,8 @@ struct Kept {
     std::size_t handles = 0;
 };
 
-/// Runs the work so often and tells what is more afterwards; empty where nothing is.
+/// Runs the work so often and tells what is more afterwards, and whether windows came or went;
+/// empty where nothing is.
 template <typename Work>
 std::string LeftBy(int cycles, const Work& work, const Kept& kept) {
     const Holdings before = Holdings::Now();
@@ -38,16 +39,15 @@ std::string LeftBy(int cycles, const Work& work, const Kept& kept) {
     const std::size_t bytesAfter = Holdings::BytesInUse();
     const Holdings after = Holdings::Now();
     std::string more;
-    const auto compare = [&](const char* what, std::size_t now, std::size_t former,
-                             std::size_t allowed) {
-        if (now > former + allowed) {
+    const auto tell = [&](const char* what, std::size_t now, std::size_t former, bool isWrong) {
+        if (isWrong) {
             more += what + (": " + std::to_string(now)) + " after " + std::to_string(former) + "; ";
         }
     };
-    compare("bytes", bytesAfter, bytes, kept.bytes);
-    compare("gdi", after.gdi, before.gdi, kept.gdi);
-    compare("handles", after.handles, before.handles, kept.handles);
-    compare("windows", after.windows, before.windows, 0);
+    tell("bytes", bytesAfter, bytes, bytesAfter > bytes + kept.bytes);
+    tell("gdi", after.gdi, before.gdi, after.gdi > before.gdi + kept.gdi);
+    tell("handles", after.handles, before.handles, after.handles > before.handles + kept.handles);
+    tell("windows", after.windows, before.windows, after.windows != before.windows);
     return more;
 }
 

@@ -148,7 +148,7 @@ TEST(GridCells, TextsOfEveryLengthComeAndGo) {
     }
 }
 
-TEST(GridCells, LongTextsHaveMemoryOfTheirOwnAndGiveItBack) {
+TEST(GridCells, LongTextsComeAndGoBesideShortOnes) {
     const ModelRig rig;
     std::vector<Late> rows;
     const auto textOf = [](int number) {
@@ -163,7 +163,7 @@ TEST(GridCells, LongTextsHaveMemoryOfTheirOwnAndGiveItBack) {
             EXPECT_EQ(rows[static_cast<std::size_t>(number)].Call(u"Value", u"Name"),
                       Value(textOf(number)));
         }
-        for (const Late& row : rows) { // more texts than are kept when nothing holds them
+        for (const Late& row : rows) {
             for (int each = 0; each < 10; ++each) {
                 row.SetAt(u"Value", u"Name", DecimalText(round * 1000 + each));
             }
@@ -176,14 +176,16 @@ TEST(GridCells, LongTextsHaveMemoryOfTheirOwnAndGiveItBack) {
 
 TEST(GridCells, AColumnHoldsNumbersOfEveryWidthBesideTexts) {
     const ModelRig rig;
-    const std::array<Value, 12> values{u"Text",
+    const std::array<Value, 14> values{u"Text",
                                        true,
                                        std::uint8_t{255},
                                        std::int16_t{-3},
                                        std::int32_t{-2000000000},
                                        std::int64_t{-1},
                                        std::int64_t{0x123456789ABCDEF},
+                                       std::int64_t{5},
                                        1.5F,
+                                       0.0,
                                        -2.25,
                                        Date{38000.25},
                                        Currency{-12345},

@@ -336,4 +336,15 @@ TEST(TextPool, TextLetGoOfIsTakenUpAgain) {
     EXPECT_EQ(pool.Size(), 1U);
 }
 
+TEST(TextMemory, WhatIsGivenBackIsTakenAgain) {
+    TextMemory memory;
+    for (const std::size_t bytes : {4, 12, 4096, 4100, 10000, 300000}) {
+        const TextPlace other = memory.Take(bytes);
+        const TextPlace place = memory.Take(bytes);
+        memory.GiveBack(place, bytes);
+        EXPECT_EQ(memory.Take(bytes), place) << bytes;
+        EXPECT_NE(memory.Take(bytes), other) << bytes;
+    }
+}
+
 } // namespace talvix::grid
