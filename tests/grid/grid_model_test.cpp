@@ -221,8 +221,22 @@ TEST(GridSort, RowsAreRefreshedForWhateverHasChanged) {
     EXPECT_EQ(refreshed(), u"b c") << "a cell of another column";
     rig.Add(u"d", 95);
     EXPECT_EQ(refreshed(), u"b d c") << "another row";
-    rig.grid[u"Rows"].Call(u"Remove", 1);
-    EXPECT_EQ(refreshed(), u"d c") << "a row less";
+    rig.grid[u"Rows"].Call(u"Add");
+    EXPECT_EQ(refreshed(), u" b d c") << "another row without values";
+    rig.grid[u"Rows"].Call(u"Remove", 2);
+    EXPECT_EQ(refreshed(), u" d c") << "a row less";
+}
+
+TEST(GridSort, ALayoutWithoutOneLeavesTheRowsWhereTheyAre) {
+    const ModelRig rig;
+    rig.Add(u"b", 2);
+    const Late first = rig.Add(u"a", 1);
+    const Value unsorted = rig.grid.Call(u"SaveLayout");
+    rig.grid.Call(u"Sort", u"Number", 0);
+    rig.grid.Call(u"LoadLayout", unsorted);
+    first.SetAt(u"Value", u"Number", 50);
+    rig.model->RefreshSort();
+    EXPECT_EQ(rig.Names(), u"a b");
 }
 
 TEST(GridSort, AfterOneThatRanOutOfMemoryTheNextOneIsRight) {

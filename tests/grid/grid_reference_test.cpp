@@ -347,4 +347,11 @@ TEST(TextMemory, WhatIsGivenBackIsTakenAgain) {
     }
 }
 
+TEST(TextMemory, NothingLiesNowhere) {
+    TextMemory memory;
+    for (int count = 0; count < 100; ++count) {
+        EXPECT_NE(memory.Take(4096), 0U);
+    }
+}
+
 } // namespace talvix::grid
