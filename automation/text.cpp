@@ -178,12 +178,8 @@ bool SameName(std::u16string_view left, std::u16string_view right) {
     if (left.size() != right.size()) {
         return false;
     }
-    if (left.empty() ||
-        std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0) {
-        return true;
-    }
     for (std::size_t at = 0; at < left.size(); ++at) {
-        if (FoldAscii(left[at]) != FoldAscii(right[at])) {
+        if (left[at] != right[at] && FoldAscii(left[at]) != FoldAscii(right[at])) {
             return false;
         }
     }

@@ -126,7 +126,7 @@ void CellStore::Fill(Column& column, Slot slot, Kind kind, std::uint64_t content
 TextPlace CellStore::Pooled(const Column& column, Slot slot, std::u16string_view text) {
     if (slot > 0 && column.kinds[slot - 1] == Kind::Text) {
         PooledText* before = texts_.At(column.lows[slot - 1]);
-        if (before->Holds(text)) {
+        if (before->View() == text) {
             ++before->references;
             return column.lows[slot - 1];
         }

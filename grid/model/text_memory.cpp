@@ -30,7 +30,7 @@ std::size_t TextMemory::AddBlock() {
 
 TextPlace TextMemory::Cut(std::size_t bytes) {
     if (left_ < bytes + kStep) { // what is left of the old block is too short for most texts
-        auto memory = std::make_unique<std::byte[]>(kBlock);
+        auto memory = std::make_unique_for_overwrite<std::byte[]>(kBlock);
         current_ = AddBlock();
         blocks_[current_] = std::move(memory);
         left_ = kBlock;
@@ -43,7 +43,7 @@ TextPlace TextMemory::TakeOwnBlock(std::size_t bytes) {
     if (vacant_.capacity() <= ownBlocks_) { // giving back is not to need memory
         vacant_.reserve(std::max<std::size_t>(16, vacant_.capacity() * 2));
     }
-    auto memory = std::make_unique<std::byte[]>(bytes + kStep);
+    auto memory = std::make_unique_for_overwrite<std::byte[]>(bytes + kStep);
     std::size_t block = 0;
     if (vacant_.empty()) {
         block = AddBlock();

@@ -56,7 +56,7 @@ std::size_t TextPool::SlotOf(std::u16string_view text, std::uint32_t hash) const
     const std::size_t mask = entries_.size() - 1;
     std::size_t slot = hash & mask;
     while (entries_[slot].place != 0 &&
-           (entries_[slot].hash != hash || !At(entries_[slot].place)->Holds(text))) {
+           (entries_[slot].hash != hash || At(entries_[slot].place)->View() != text)) {
         slot = (slot + 1) & mask;
     }
     return slot;

@@ -3,7 +3,6 @@
 #include "grid/model/text_memory.h"
 
 #include <cstdint>
-#include <cstring>
 #include <string_view>
 #include <vector>
 
@@ -17,10 +16,6 @@ struct PooledText {
 
     std::u16string_view View() const {
         return {reinterpret_cast<const char16_t*>(this + 1), length};
-    }
-    bool Holds(std::u16string_view text) const {
-        return length == text.size() &&
-               (length == 0 || std::memcmp(this + 1, text.data(), length * sizeof(char16_t)) == 0);
     }
 };
 

@@ -112,10 +112,30 @@ HRESULT DispatchObject::LookUp(std::u16string_view name, DISPID& id) {
     return result;
 }
 
+/// The first name that passes the test, null for none.
+template <typename Test>
+const DispatchObject::Name* DispatchObject::FindName(const Test& test) const {
+    const auto end = firstNames_.begin() + static_cast<std::ptrdiff_t>(firstCount_);
+    const auto first = std::find_if(firstNames_.begin(), end, test);
+    if (first != end) {
+        return &*first;
+    }
+    const auto later = std::find_if(moreNames_.begin(), moreNames_.end(), test);
+    return later != moreNames_.end() ? &*later : nullptr;
+}
+
+void DispatchObject::Note(std::u16string_view name, MemberId id) {
+    if (firstCount_ == kFew) {
+        moreNames_.push_back({std::u16string(name), id});
+        return;
+    }
+    firstNames_[firstCount_].text = name;
+    firstNames_[firstCount_].id = id;
+    ++firstCount_;
+}
+
 std::optional<MemberId> DispatchObject::FindMember(std::u16string_view name) {
-    const auto known = std::find_if(names_.begin(), names_.end(),
-                                    [&](const Name& each) { return each.text == name; });
-    if (known != names_.end()) {
+    if (const Name* known = FindName([&](const Name& each) { return each.text == name; })) {
         return known->id;
     }
     DISPID id = DISPID_UNKNOWN;
@@ -127,15 +147,14 @@ std::optional<MemberId> DispatchObject::FindMember(std::u16string_view name) {
         throw Failure(result, u"\"" + std::u16string(name) + u"\": " +
                                   SystemText(static_cast<DWORD>(result)));
     }
-    names_.push_back({std::u16string(name), id});
+    Note(name, id);
     return id;
 }
 
 std::optional<std::size_t> DispatchObject::FindParameter(MemberId member,
                                                          std::u16string_view name) {
-    const auto known = std::find_if(names_.begin(), names_.end(),
-                                    [&](const Name& each) { return each.id == member; });
-    if (known == names_.end()) {
+    const Name* known = FindName([&](const Name& each) { return each.id == member; });
+    if (known == nullptr) {
         return std::nullopt;
     }
     const std::u16string parameter(name);

@@ -6,6 +6,7 @@
 #include <windows.h>
 #include <oleauto.h>
 
+#include <array>
 #include <dispex.h>
 #include <string>
 
@@ -31,8 +32,12 @@ public:
 private:
     struct Name {
         std::u16string text;
-        MemberId id;
+        MemberId id = 0;
     };
+    static constexpr std::size_t kFew = 2; ///< most objects are asked for no more
+    template <typename Test>
+    const Name* FindName(const Test& test) const;
+    void Note(std::u16string_view name, MemberId id);
     HRESULT LookUp(std::u16string_view name, DISPID& id);
     HRESULT CallOnce(MemberId member, unsigned access, DISPPARAMS& parameters, VARIANT* result,
                      EXCEPINFO& exception);
@@ -42,7 +47,9 @@ private:
 
     ComPtr<IDispatch> dispatch_;
     ComPtr<IDispatchEx> extended_; ///< set once the plain interface has answered "not implemented"
-    std::vector<Name> names_;
+    std::array<Name, kFew> firstNames_; ///< of those looked up
+    std::size_t firstCount_ = 0;
+    std::vector<Name> moreNames_;
 };
 
 /// An object that has no members to call, such as a picture of a foreign kind.
