@@ -235,18 +235,23 @@ def in_units(text):
     return text.encode('utf-16-be', 'surrogatepass')
 
 
+def meant_by(text):
+    """A text of a project file; bare blanks at its ends would be layout."""
+    return unescaped(text.strip())
+
+
 def project_in(text):
     """What a project file says: number, name, company, folder, then keys and texts of its documents."""
     root = xml.etree.ElementTree.fromstring(text)
     if root.tag != 'TalvixProject' or root.get('version') != '1':
         raise ValueError('another root')
     project = root.find('Project')
-    answer = [unescaped(project.attrib[each]) for each in ('number', 'name', 'company', 'folder')]
+    answer = [meant_by(project.attrib[each]) for each in ('number', 'name', 'company', 'folder')]
     for document in root.find('Documents').findall('Document'):
         fields = {}
         for field in document.findall('Field'):
             if field.get('type') == 'text':
-                fields[unescaped(field.get('name'))] = unescaped(field.text or '')
+                fields[meant_by(field.get('name'))] = meant_by(field.text or '')
         for key in sorted(fields, key=in_units):
             answer += [key, fields[key]]
     return answer
