@@ -1,7 +1,7 @@
 // window_text TITLE [press]: writes the texts of a message box of that title, or presses its first
 // button. Exit code 1 when there is no such box. window_text CLASS answers: exit code 0 when every
 // window of that class answers within ten seconds, 1 when there is none, 2 when one does not
-// answer.
+// answer. window_text CLASS close: asks every window of that class to close and does not wait.
 #include "automation/text.h"
 #include "platform/win32/wide.h"
 
@@ -49,11 +49,22 @@ int AnswerOfAll(const wchar_t* windowClass) {
     return answer;
 }
 
+void CloseAll(const wchar_t* windowClass) {
+    HWND window = nullptr;
+    while ((window = FindWindowExW(nullptr, window, windowClass, nullptr)) != nullptr) {
+        PostMessageW(window, WM_CLOSE, 0, 0);
+    }
+}
+
 } // namespace
 
 int wmain(int count, wchar_t** arguments) {
     if (count > 2 && std::wstring_view(arguments[2]) == L"answers") {
         return AnswerOfAll(arguments[1]);
+    }
+    if (count > 2 && std::wstring_view(arguments[2]) == L"close") {
+        CloseAll(arguments[1]);
+        return 0;
     }
     const HWND box = count > 1 ? FindBox(arguments[1]) : nullptr;
     if (box == nullptr) {

@@ -169,9 +169,6 @@ void MainWindow::RestoreVersion() {
 }
 
 bool MainWindow::MayClose() {
-    if (project_ != nullptr && project_->IsBusy()) {
-        return false;
-    }
     if (project_ == nullptr || !project_->Project().isChanged) {
         return true;
     }

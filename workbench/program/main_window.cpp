@@ -17,6 +17,7 @@
 #include <commctrl.h>
 
 #include <iterator>
+#include <utility>
 
 namespace talvix::workbench {
 
@@ -245,9 +246,7 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         TakeNotice(*reinterpret_cast<const NMHDR*>(lParam));
         return 0;
     case WM_CLOSE:
-        if (MayClose()) {
-            DestroyWindow(window_);
-        }
+        wantsClose_ = project_ == nullptr || !project_->IsBusy();
         return 0;
     case WM_DESTROY:
         if (hasUser_) {
@@ -289,6 +288,9 @@ int MainWindow::Run() {
         if (!isCommand && IsDialogMessageW(window_, &message) == FALSE) {
             TranslateMessage(&message);
             DispatchMessageW(&message);
+        }
+        if (std::exchange(wantsClose_, false) && MayClose()) {
+            DestroyWindow(window_);
         }
         KeepFocusSeen();
     }

@@ -62,7 +62,7 @@ private:
     void AskAndOpen();
     bool Save(bool askForName);
     void RestoreVersion();
-    /// Offers to save what was changed; false when the user, or the component, goes on with it.
+    /// Offers to save what was changed; false when the user goes on with it.
     bool MayClose();
     void CloseProject();
 
@@ -111,8 +111,9 @@ private:
     ProjectPlace place_;
     std::u16string layout_; ///< of the grid when the project was opened
     host::ImportReport report_;
-    bool hasUser_ = true; ///< who wants things remembered and is there to read messages
-    double seconds_ = 0;  ///< that the last import took
+    bool hasUser_ = true;     ///< who wants things remembered and is there to read messages
+    double seconds_ = 0;      ///< that the last import took
+    bool wantsClose_ = false; ///< closing waits for a question or a menu of the component
     int dpi_ = 96;
 };
 
