@@ -58,12 +58,16 @@ void Unpack(const DISPPARAMS& parameters, bool isPut, std::vector<Value>& values
 
 using Buffer = std::vector<Value>;
 
-/// Memory for arguments that waits for the next call of the first thread that made one; other
-/// threads do without.
+/// Memory for arguments and for a face that waits for the next call of the first thread that made
+/// one; other threads do without.
 struct Spare {
     LONG owner = 0;
     Buffer* buffer = nullptr;
-    ~Spare() { delete buffer; }
+    void* face = nullptr;
+    ~Spare() {
+        delete buffer;
+        ::operator delete(face);
+    }
     bool IsMine() {
         const auto self = static_cast<LONG>(GetCurrentThreadId());
         return owner == self || InterlockedCompareExchange(&owner, self, 0) == 0;
@@ -199,6 +203,19 @@ HRESULT DispatchAnswers::Invoke(DISPID member, REFIID id, WORD flags, DISPPARAMS
             return DISP_E_EXCEPTION;
         }
     });
+}
+
+void* LateDispatch::operator new(std::size_t bytes) {
+    void* spare = waiting.IsMine() ? std::exchange(waiting.face, nullptr) : nullptr;
+    return spare != nullptr ? spare : ::operator new(bytes);
+}
+
+void LateDispatch::operator delete(void* memory) {
+    if (waiting.face == nullptr && waiting.IsMine()) {
+        waiting.face = memory;
+    } else {
+        ::operator delete(memory);
+    }
 }
 
 STDMETHODIMP LateDispatch::GetTypeInfoCount(UINT* count) {

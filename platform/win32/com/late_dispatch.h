@@ -40,10 +40,13 @@ private:
     Object target_;
 };
 
-/// A late object as a COM object of its own.
-class LateDispatch : public Unknown<IDispatch, ILateObject> {
+/// A late object as a COM object of its own. The memory of one that went waits for the next: hosts
+/// that walk over rows make one for each.
+class LateDispatch final : public Unknown<IDispatch, ILateObject> {
 public:
     explicit LateDispatch(Object target) : answers_(std::move(target)) {}
+    static void* operator new(std::size_t bytes);
+    static void operator delete(void* memory);
 
     STDMETHODIMP GetTypeInfoCount(UINT* count) override;
     STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
