@@ -84,9 +84,6 @@ def folder_path(path):
 
 
 def extension_name(path):
-    """Of the last piece of a path that has neither drive nor foreign separators."""
-    if path == '' or path[-1] == '\\' or '/' in path or ':' in path:
-        return None
     _, point, extension = path.split('\\')[-1].rpartition('.')
     return extension if point else ''
 
@@ -94,9 +91,7 @@ def extension_name(path):
 def joined(folder, name):
     if folder == '' or name == '':
         return folder + name
-    if folder[-1] in '/:' or name[0] in '\\/' or folder.endswith('\\\\'):
-        return None
-    return folder + name if folder[-1] == '\\' else folder + '\\' + name
+    return None if name[0] == '\\' else folder.rstrip('\\') + '\\' + name
 
 
 def paths(first, second):
@@ -105,7 +100,7 @@ def paths(first, second):
 
 def place(name, *taken):
     if not is_plain(name):
-        return None
+        return []
     present = {upper(each) for each in taken}
     if upper(name) not in present:
         return ['P:\\Proj\\' + name, '0']
@@ -128,14 +123,11 @@ def share_path(data):
 
 
 def unc(path, computer, remote, *shares):
-    names = shares[0::2]
-    if '' in names or len({upper(each) for each in names}) < len(names):
-        return None  # no table of values holds these
     if path[:2] == 'X:' and remote != '':
         return [trimmed(up_to_nul(remote)) + path[2:]]
     if computer == '':
         return [path]
-    folders = [(name, share_path(data)) for name, data in zip(names, shares[1::2])]
+    folders = [(name, share_path(data)) for name, data in zip(shares[0::2], shares[1::2])]
     folders = [(name, folder) for name, folder in folders if folder != '']
     exact = [(name, '') for name, folder in folders if upper(folder) == upper(path)]
     begun = [(name, path[len(folder):]) for name, folder in folders if upper(path[:len(folder)]) == upper(folder)]
