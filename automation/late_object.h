@@ -21,6 +21,7 @@ inline constexpr unsigned kGet = 2;
 inline constexpr unsigned kPut = 4;
 inline constexpr unsigned kPutReference = 8;
 inline constexpr unsigned kCall = kMethod | kGet;
+inline constexpr unsigned kGetPut = kGet | kPut;
 inline constexpr unsigned kAnyPut = kPut | kPutReference;
 } // namespace access
 

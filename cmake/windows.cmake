@@ -14,18 +14,31 @@ endif()
 
 # Dialogs and commands wait for people: they are built for size.
 target_compile_options(talvix_component PRIVATE -Os)
-# So are the windows of the adapters, and what the grid does once per hand of a user.
-set(for_size platform/win32/dialogs.cpp platform/win32/item_window.cpp platform/win32/dialog_template.cpp
-    platform/win32/drop_target.cpp platform/win32/popup_menu.cpp platform/win32/progress_window.cpp
-    platform/win32/shell_browser.cpp platform/win32/com/registration.cpp platform/win32/com/event_connection.cpp
-    platform/win32/com/server_exports.cpp automation/event_source.cpp
-    grid/model/grid_members.cpp grid/model/group_members.cpp grid/model/column_members.cpp grid/model/saved_layout.cpp
-    grid/model/dropped_object.cpp grid/model/gestures.cpp grid/model/grid_model.cpp grid/model/layout.cpp
-    grid/model/row_selection.cpp)
-set_source_files_properties(${for_size} PROPERTIES COMPILE_OPTIONS -Os)
+# So are the windows of the adapters, and what the grid does once per gesture of a user. They are a library of
+# objects each: sources with flags of their own would be compiled one by one.
+function(talvix_for_size target)
+    list(TRANSFORM ARGN PREPEND ${CMAKE_SOURCE_DIR}/)
+    get_target_property(others ${target} SOURCES)
+    list(REMOVE_ITEM others ${ARGN})
+    set_property(TARGET ${target} PROPERTY SOURCES ${others})
+    add_library(${target}_for_size OBJECT ${ARGN})
+    target_link_libraries(${target}_for_size PUBLIC talvix_flags)
+    target_compile_options(${target}_for_size PRIVATE -Os)
+    target_sources(${target} PRIVATE $<TARGET_OBJECTS:${target}_for_size>)
+endfunction()
+talvix_for_size(talvix_grid_model grid/model/grid_members.cpp grid/model/group_members.cpp grid/model/column_members.cpp
+    grid/model/saved_layout.cpp grid/model/dropped_object.cpp grid/model/gestures.cpp grid/model/grid_model.cpp
+    grid/model/layout.cpp grid/model/row_selection.cpp)
 
 file(GLOB win32_sources CONFIGURE_DEPENDS platform/win32/*.cpp platform/win32/com/*.cpp)
 talvix_library(talvix_win32 ${win32_sources})
+talvix_units(talvix_win32 GROUP programs files item_layout thread_windows visual_styles
+    GROUP component key_watch messages network objects pictures registry shell system trace)
+talvix_for_size(talvix_win32 platform/win32/dialogs.cpp platform/win32/item_window.cpp platform/win32/dialog_template.cpp
+    platform/win32/drop_target.cpp platform/win32/popup_menu.cpp platform/win32/progress_window.cpp
+    platform/win32/shell_browser.cpp platform/win32/com/registration.cpp platform/win32/com/event_connection.cpp
+    platform/win32/com/server_exports.cpp)
+talvix_units(talvix_win32_for_size GROUP dialogs dialogs dialog_template item_window progress_window shell_browser)
 target_link_libraries(talvix_win32 PUBLIC talvix_component
     ole32 oleaut32 uuid shell32 user32 gdi32 advapi32 mpr)
 
@@ -105,6 +118,10 @@ talvix_library(talvix_workbench ${workbench_sources})
 target_compile_options(talvix_workbench PRIVATE -Os)
 target_compile_options(talvix_host PRIVATE -Os)
 target_link_libraries(talvix_workbench PUBLIC talvix_host talvix_win32 comctl32 comdlg32)
+talvix_units(talvix_workbench # what consoles and scripts need as well, and the window's own
+    GROUP project file_checks list_dialog message_file open_project page project_file project_place project_session save_export trace_tail
+    GROUP console command_line console_commands text_file
+    GROUP pages clipboard control_host documents_page fields_page file_mail support_page tool_bar print_list)
 add_executable(TalvixWorkbench WIN32 workbench/program/program.cpp workbench/program/workbench.rc)
 set_source_files_properties(workbench/program/workbench.rc PROPERTIES
     COMPILE_OPTIONS "-I${generated};-I${CMAKE_SOURCE_DIR}" OBJECT_DEPENDS ${generated}/TalvixWorkbench.exe.manifest)

@@ -148,7 +148,7 @@ void DMSGrid_MouseUp(Attachment& attachment, EventArguments& arguments) {
 }
 
 /// The grid proposes the effect of a drop; a drop adds no document.
-void Nothing(Attachment&, EventArguments&) {}
+void Ignore(Attachment&, EventArguments&) {}
 
 struct Handler {
     std::u16string_view event;
@@ -162,8 +162,8 @@ constexpr Handler kHandlers[] = {{u"AfterGroupChange", DMSGrid_AfterGroupChange}
                                  {u"KeyDown", DMSGrid_KeyDown},
                                  {u"MouseDown", DMSGrid_MouseDown},
                                  {u"MouseUp", DMSGrid_MouseUp},
-                                 {u"OLEDragOver", Nothing},
-                                 {u"OLEDragDrop", Nothing}};
+                                 {u"OLEDragOver", Ignore},
+                                 {u"OLEDragDrop", Ignore}};
 
 } // namespace
 

@@ -10,9 +10,9 @@ namespace talvix::grid {
 
 namespace {
 
-constexpr unsigned kGet = access::kGet;
-constexpr unsigned kGetPut = access::kGet | access::kPut;
-constexpr unsigned kMethod = access::kMethod;
+using access::kGet;
+using access::kGetPut;
+using access::kMethod;
 constexpr std::int32_t kWidest = 10000;
 
 using Call = MemberCall;

@@ -11,9 +11,9 @@ namespace talvix::grid {
 
 namespace {
 
-constexpr unsigned kGet = access::kGet;
-constexpr unsigned kGetPut = access::kGet | access::kPut;
-constexpr unsigned kMethod = access::kMethod;
+using access::kGet;
+using access::kGetPut;
+using access::kMethod;
 constexpr double kPointsPerInch = 72;
 
 using Call = MemberCall;

@@ -9,8 +9,8 @@ namespace talvix::grid {
 
 namespace {
 
-constexpr unsigned kGet = access::kGet;
-constexpr unsigned kMethod = access::kMethod;
+using access::kGet;
+using access::kMethod;
 
 using Call = MemberCall;
 

@@ -15,7 +15,7 @@ constexpr std::u16string_view kSeparator = u";";
 constexpr std::u16string_view kLayoutMark = u"TalvixGrid.Layout";
 constexpr std::u16string_view kStateMark = u"TalvixGrid.State";
 constexpr std::int32_t kVersion = 1;
-constexpr std::int32_t kWidest = 10000;
+constexpr std::int32_t kWidestColumn = 10000;
 
 using Record = std::vector<Field>;
 
@@ -102,7 +102,7 @@ void CheckMark(const std::vector<Record>& records, std::u16string_view mark) {
 bool TakeLine(const SavedLine& line, const ColumnSet& columns, ReadLayout& read) {
     const std::u16string_view kind = line.Kind();
     if (kind == u"Column") {
-        const std::int32_t width = line.Number(2, 0, kWidest);
+        const std::int32_t width = line.Number(2, 0, kWidestColumn);
         const bool hidden = line.Flag(3);
         const auto index = IndexOf(columns, line.Text(1));
         const bool isNew = index && std::none_of(read.columns.begin(), read.columns.end(),
@@ -168,18 +168,18 @@ void AppendLayout(std::u16string& out, const GridModel& model) {
     }
 }
 
-struct Switch {
+struct DesignSwitch {
     bool GridOptions::*option;
     bool Layout::*layout;
     bool& In(GridModel& model) const {
         return option != nullptr ? model.options.*option : model.layout.*layout;
     }
 };
-constexpr Switch kSwitches[] = {{&GridOptions::multiSelect, nullptr},
-                                {&GridOptions::fullRowSelect, nullptr},
-                                {&GridOptions::allowEdit, nullptr},
-                                {nullptr, &Layout::headerVisible},
-                                {nullptr, &Layout::groupByBox}};
+constexpr DesignSwitch kSwitches[] = {{&GridOptions::multiSelect, nullptr},
+                                      {&GridOptions::fullRowSelect, nullptr},
+                                      {&GridOptions::allowEdit, nullptr},
+                                      {nullptr, &Layout::headerVisible},
+                                      {nullptr, &Layout::groupByBox}};
 
 /// What stands before the layout in a state.
 struct ReadDesign {

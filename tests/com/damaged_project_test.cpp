@@ -149,7 +149,7 @@ TEST(DamagedProjects, AreReadWholeOrRefused) {
     const std::string whole = ToUtf8(host::ProjectXml(Sample()));
     Write(path, whole);
     ASSERT_TRUE(ReadsWholeOrRefuses(path));
-    const std::size_t count = ProofCount("PROJECTS", 5000, 1000000);
+    const std::size_t count = ProofCount(5000, 1000000);
     const unsigned first = ProofSeed();
     std::size_t read = 0;
     for (std::size_t at = 0; at < count && !HasFailure(); ++at) {

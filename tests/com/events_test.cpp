@@ -14,7 +14,7 @@ namespace talvix {
 
 namespace {
 
-class Recorder : public EventSink {
+class EventRecorder : public EventSink {
 public:
     void OnEvent(std::u16string_view name, std::span<Value> arguments) override {
         names.emplace_back(name);
@@ -36,7 +36,7 @@ ComPtr<IConnectionPoint> PointOf(IDispatch* grid) {
 TEST(Events, ArriveByNameAndEndWithTheSubscription) {
     const Late grid = CreateByName(u"TalvixGrid.Grid");
     grid[u"Columns"](u"Add", u"Name");
-    const auto recorder = std::make_shared<Recorder>();
+    const auto recorder = std::make_shared<EventRecorder>();
     Subscription subscription = grid.Target().Subscribe(recorder, {});
     grid[u"Groups"](u"Add", u"Name");
     EXPECT_EQ(recorder->names, (std::vector<std::u16string>{u"AfterGroupChange"}));
@@ -57,8 +57,9 @@ TEST(Events, TheConnectionPointKeepsItsPromises) {
     DWORD cookie = 0;
     EXPECT_EQ(point->Advise(nullptr, &cookie), E_POINTER);
     EXPECT_EQ(point->Unadvise(77), CONNECT_E_NOCONNECTION);
-    const auto listener = MakeCom<EventListener>(
-        DIID_DTalvixGridEvents, std::map<DISPID, std::u16string>{}, std::make_shared<Recorder>());
+    const auto listener =
+        MakeCom<EventListener>(DIID_DTalvixGridEvents, std::map<DISPID, std::u16string>{},
+                               std::make_shared<EventRecorder>());
     EXPECT_EQ(point->Advise(listener.Get(), &cookie), S_OK);
     ComPtr<IEnumConnections> connections;
     ASSERT_EQ(point->EnumConnections(connections.Out()), S_OK);
@@ -78,7 +79,7 @@ TEST(Events, TheConnectionPointKeepsItsPromises) {
 }
 
 TEST(Events, WithoutTypeInformationTheyAreKnownByTheirNumbers) {
-    const auto recorder = std::make_shared<Recorder>();
+    const auto recorder = std::make_shared<EventRecorder>();
     const std::map<DISPID, std::u16string> names{{1, u"AfterGroupChange"}, {2, u"BeforeClickSort"}};
     const auto listener = MakeCom<EventListener>(DIID_DTalvixGridEvents, names, recorder);
     EXPECT_EQ(listener->Invoke(2, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr),

@@ -67,7 +67,7 @@ void FileOnDisk(unsigned seed, int names) {
 
 TEST(HostileDisk, AttachmentsBecomeFilesOfTheProjectsFolderOrNothing) {
     constexpr int kTogether = 20;
-    const std::size_t rounds = ProofCount("DISK_NAMES", 1000, 20000) / kTogether;
+    const std::size_t rounds = ProofCount(1000, 20000) / kTogether;
     const auto isOnDrive = [] { return Win32Files().List(u"C:\\").files.size(); };
     const std::size_t before = isOnDrive();
     for (std::size_t round = 0; round < rounds; ++round) {

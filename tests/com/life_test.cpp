@@ -17,7 +17,7 @@ namespace talvix {
 namespace {
 
 int Cycles() {
-    return static_cast<int>(ProofCount("CYCLES", 5000, 100000));
+    return static_cast<int>(ProofCount(5000, 100000));
 }
 
 /// What the system may keep: a leak of ours would come to more, as it comes with every cycle.
@@ -225,7 +225,7 @@ TEST(Life, ImportsLeaveNothing) {
 }
 
 TEST(Life, ServersLoadAndUnloadForEver) {
-    const int loads = static_cast<int>(ProofCount("LOADS", 500, 10000));
+    const int loads = static_cast<int>(ProofCount(500, 10000));
     const std::pair<std::u16string, CLSID> servers[] = {
         {OwnCopy(u"TalvixDMS.dll"), ClassOf(L"TalvixDMS.Main")},
         {OwnCopy(u"TalvixGrid.ocx"), ClassOf(L"TalvixGrid.Grid")}};

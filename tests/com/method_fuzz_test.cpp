@@ -21,7 +21,7 @@ namespace {
 
 /// So many of a hundred of the calls that the proof asks for.
 std::size_t Calls(std::size_t ofHundred) {
-    return ProofCount("FUZZ_CALLS", 100'000, 10'000'000) * ofHundred / 100;
+    return ProofCount(100'000, 10'000'000) * ofHundred / 100;
 }
 
 class Random {

@@ -144,7 +144,7 @@ void OpenList(unsigned seed, int rows) {
 } // namespace
 
 TEST(HostileLists, NothingIsOpenedCopiedOrFetchedWithoutAClick) {
-    const std::size_t lists = ProofCount("LISTS", 1000, 100000);
+    const std::size_t lists = ProofCount(1000, 100000);
     const unsigned first = ProofSeed();
     for (unsigned list = 0; list < lists; ++list) {
         SCOPED_TRACE("seed " + std::to_string(first + list));

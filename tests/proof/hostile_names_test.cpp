@@ -75,7 +75,7 @@ void ImportNames(unsigned seed, std::size_t names) {
 
 TEST(HostileNames, NothingIsWrittenOutsideTheProjectsFolder) {
     constexpr std::size_t kTogether = 20;
-    const std::size_t wanted = ProofCount("NAMES", 20000, 1000000);
+    const std::size_t wanted = ProofCount(20000, 1000000);
     std::size_t tried = 0;
     for (unsigned seed = ProofSeed(); tried < wanted; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));

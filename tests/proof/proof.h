@@ -9,16 +9,28 @@
 
 namespace talvix {
 
-/// How often a row of the proof is tried: TALVIX_<name> where it is set, the long form where
-/// TALVIX_PROOF is "long", a tenth of the short form where it is "brief", else the short form.
-inline std::size_t ProofCount(const std::string& name, std::size_t shortForm,
-                              std::size_t longForm) {
-    if (const char* count = std::getenv(("TALVIX_" + name).c_str())) {
-        return static_cast<std::size_t>(std::strtoull(count, nullptr, 10));
+/// How often a row of the proof is tried: as often as TALVIX_AMOUNT says. "short" and "long" are
+/// the forms given here, "brief" is a tenth of the short one, a number is taken as it is, and
+/// without any a hundredth of the short form is tried, which takes seconds.
+inline std::size_t ProofCount(std::size_t shortForm, std::size_t longForm) {
+    const char* wanted = std::getenv("TALVIX_AMOUNT");
+    const std::string amount = wanted == nullptr ? "" : wanted;
+    if (!amount.empty() && amount.find_first_not_of("0123456789") == std::string::npos) {
+        return static_cast<std::size_t>(std::strtoull(amount.c_str(), nullptr, 10));
     }
-    const char* wanted = std::getenv("TALVIX_PROOF");
-    const std::string form = wanted == nullptr ? "" : wanted;
-    return form == "long" ? longForm : form == "brief" ? shortForm / 10 + 1 : shortForm;
+    return amount == "long"    ? longForm
+           : amount == "short" ? shortForm
+           : amount == "brief" ? shortForm / 10 + 1
+                               : shortForm / 100 + 1;
+}
+
+/// Where a row tries each of a known number of cases: every one of so
+/// many is tried. Only the short and
+/// the long form try all of them.
+inline std::size_t ProofStep() {
+    const char* wanted = std::getenv("TALVIX_AMOUNT");
+    const std::string amount = wanted == nullptr ? "" : wanted;
+    return amount.empty() ? 97 : amount == "brief" ? 5 : 1;
 }
 
 /// The seed of the first try; TALVIX_SEED repeats a failure that named its seed.
@@ -27,9 +39,19 @@ inline unsigned ProofSeed() {
     return wanted == nullptr ? 1U : static_cast<unsigned>(std::strtoul(wanted, nullptr, 10));
 }
 
-/// States a row's figures for build/proof.md.
+/// States what was reached of a row: in a file of its own in the folder that TALVIX_RESULTS names
+/// (tests/proof/collect reads it), else on the screen. Neither text holds quotation marks.
 inline void StateProof(const std::string& row, std::size_t count, const std::string& figures = "") {
-    std::printf("[ PROOF    ] %s | %zu | %s\n", row.c_str(), count, figures.c_str());
+    const char* results = std::getenv("TALVIX_RESULTS");
+    std::FILE* file = results == nullptr
+                          ? nullptr
+                          : std::fopen((std::string(results) + "/" + row + ".row").c_str(), "w");
+    std::fprintf(file == nullptr ? stdout : file,
+                 "{\"row\": \"%s\", \"count\": %zu, \"figures\": \"%s\"}\n", row.c_str(), count,
+                 figures.c_str());
+    if (file != nullptr) {
+        std::fclose(file);
+    }
 }
 
 /// Small choices of a seeded try.

@@ -116,11 +116,15 @@ void RunFromInside(const Operation& operation, int call, const Action& action) {
 } // namespace
 
 TEST(Reentrancy, WhateverHappensInsideACallOutsideHarmsNothing) {
-    const std::size_t ofOneKind = ProofCount("REENTRANCY", 1, 20);
+    const std::size_t ofOneKind = ProofCount(1, 20);
     std::size_t pairs = 0;
+    std::size_t place = 0;
     for (const Operation& operation : Operations()) {
         for (const int call : CallsOf(operation, ofOneKind)) {
             for (const Action& action : kActions) {
+                if (place++ % ProofStep() != 0) {
+                    continue;
+                }
                 SCOPED_TRACE(std::string(operation.name) + ", call " + std::to_string(call) + ", " +
                              action.name);
                 ASSERT_NO_FATAL_FAILURE(RunFromInside(operation, call, action));

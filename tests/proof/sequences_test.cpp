@@ -306,7 +306,7 @@ const Sequence50::Step Sequence50::kSteps[13] = {
 } // namespace
 
 TEST(Sequences, FiftyOperationsLeaveWhatThePlainModelHas) {
-    const std::size_t sequences = ProofCount("SEQUENCES", 2000, 100000);
+    const std::size_t sequences = ProofCount(2000, 100000);
     const unsigned first = ProofSeed();
     for (unsigned at = 0; at < sequences; ++at) {
         SCOPED_TRACE("seed " + std::to_string(first + at));

@@ -262,14 +262,14 @@ int wmain(int count, wchar_t** arguments) {
         return talvix::StoreAll(talvix::TextOf(arguments[2]), talvix::ToUtf8(user),
                                 _wtoi(arguments[4]), large);
     }
-    const auto rounds = [&](int place, const char* name, std::size_t usual, std::size_t longForm) {
+    const auto rounds = [&](int place, std::size_t usual, std::size_t longForm) {
         return count > place ? static_cast<std::size_t>(_wtoi(arguments[place]))
-                             : talvix::ProofCount(name, usual, longForm);
+                             : talvix::ProofCount(usual, longForm);
     };
     if (count > 1 && talvix::TextOf(arguments[1]) == u"kill") {
-        return talvix::KillInRounds(rounds(2, "KILLS", 60, 1000));
+        return talvix::KillInRounds(rounds(2, 60, 1000));
     }
-    return talvix::StoreInRounds(static_cast<int>(rounds(1, "TOGETHER", 3, 100)),
+    return talvix::StoreInRounds(static_cast<int>(rounds(1, 3, 100)),
                                  count > 2 ? _wtoi(arguments[2]) : 72,
                                  count > 3 ? _wtoi(arguments[3]) : 10);
 }

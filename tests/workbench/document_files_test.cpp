@@ -8,7 +8,7 @@ namespace talvix::host {
 
 namespace {
 
-const FakeCulture culture;
+const FakeCulture kCulture;
 
 Document Row(std::int32_t id, std::int32_t kind, const char16_t* path) {
     return {{u"ID", id}, {u"ObjectType", kind}, {u"Subject", u"s"}, {u"PhysicalStore1", path}};
@@ -30,23 +30,23 @@ TEST(DocumentFiles, APlaceEndsAtAFoldersBorder) {
     const std::vector<FileRow> rows = {File(1, u"P:\\Alt\\a.doc"),
                                        File(2, u"p:\\ALT\\Pläne\\b.doc"),
                                        File(3, u"P:\\Alter\\c.doc"), File(4, u"P:\\Alt")};
-    const auto changes = MoveToPlace(rows, u"P:\\Alt\\", u"\\\\srv\\neu\\", culture);
+    const auto changes = MoveToPlace(rows, u"P:\\Alt\\", u"\\\\srv\\neu\\", kCulture);
     ASSERT_EQ(changes.size(), 2U);
     EXPECT_EQ(changes[0].to, u"\\\\srv\\neu\\a.doc");
     EXPECT_EQ(changes[1].to, u"\\\\srv\\neu\\Pläne\\b.doc");
-    EXPECT_TRUE(MoveToPlace(rows, u" ", u"X:", culture).empty());
-    EXPECT_EQ(MoveToPlace(rows, u"P:", u"Q:", culture).size(), 4U);
+    EXPECT_TRUE(MoveToPlace(rows, u" ", u"X:", kCulture).empty());
+    EXPECT_EQ(MoveToPlace(rows, u"P:", u"Q:", kCulture).size(), 4U);
 }
 
 TEST(DocumentFiles, AFolderMovesWithItsPlace) {
-    EXPECT_EQ(MoveFolder(u"p:\\alt\\", u"P:\\Alt", u"Q:\\Neu\\", culture), u"Q:\\Neu");
-    EXPECT_EQ(MoveFolder(u"P:\\Alt\\Sub", u"P:\\Alt", u"Q:", culture), u"Q:\\Sub");
-    EXPECT_FALSE(MoveFolder(u"P:\\Alter", u"P:\\Alt", u"Q:", culture));
-    EXPECT_FALSE(MoveFolder(u"", u"", u"Q:", culture));
+    EXPECT_EQ(MoveFolder(u"p:\\alt\\", u"P:\\Alt", u"Q:\\Neu\\", kCulture), u"Q:\\Neu");
+    EXPECT_EQ(MoveFolder(u"P:\\Alt\\Sub", u"P:\\Alt", u"Q:", kCulture), u"Q:\\Sub");
+    EXPECT_FALSE(MoveFolder(u"P:\\Alter", u"P:\\Alt", u"Q:", kCulture));
+    EXPECT_FALSE(MoveFolder(u"", u"", u"Q:", kCulture));
 }
 
 TEST(DocumentFiles, ANameIsFoundWhenItIsUnique) {
-    FilesByName files(culture);
+    FilesByName files(kCulture);
     for (const auto* path : {u"Q:\\1\\a.doc", u"Q:\\1\\B.doc", u"Q:\\2\\b.DOC"}) {
         files.Add(path);
     }
@@ -60,7 +60,7 @@ TEST(DocumentFiles, TheFolderFollowsThePlace) {
     const auto fields = FieldsOf({{File(1, u""), u"P:\\Proj\\a.doc"},
                                   {File(2, u""), u"P:\\proj\\Pläne\\Alt\\b.doc"},
                                   {File(3, u""), u"Q:\\c.doc"}},
-                                 u"P:\\Proj", culture);
+                                 u"P:\\Proj", kCulture);
     EXPECT_EQ(fields.at(1).at(u"PhysicalStore2"), Value(u""));
     EXPECT_EQ(fields.at(2).at(u"PhysicalStore2"), Value(u"\\Pläne\\Alt"));
     EXPECT_EQ(fields.at(3).at(u"PhysicalStore2"), Value(u"Q:"));
@@ -76,7 +76,7 @@ TEST(DocumentFiles, TheSameFileUnderTwoSpellingsIsADuplicate) {
         Duplicates({File(1, u"X:\\a.doc"), File(2, u"P:\\weg.doc"), File(3, u"\\\\srv\\x\\a.doc"),
                     File(4, u"p:\\.\\\\WEG.doc"), File(5, u"P:/weg2.doc"),
                     File(6, u"\\\\srv\\y\\b.doc"), File(7, u"\\\\\\srv\\y\\b.doc")},
-                   identity, culture);
+                   identity, kCulture);
     ASSERT_EQ(groups.size(), 3U);
     EXPECT_EQ(groups[0],
               (std::vector<FileRow>{File(1, u"X:\\a.doc"), File(3, u"\\\\srv\\x\\a.doc")}));

@@ -8,7 +8,7 @@ namespace talvix::host {
 
 namespace {
 
-const FakeCulture culture;
+const FakeCulture kCultureOfLists;
 
 std::vector<Document> Placed(std::initializer_list<const char16_t*> paths) {
     std::vector<Document> documents;
@@ -27,7 +27,7 @@ TEST(ListText, EachDocumentIsOneLine) {
                           {u"ItemSize", u"1 KB"},
                           {u"PhysicalStore1", u"P:\\a"}},
                          {}};
-    EXPECT_EQ(ListAsText(project, culture), u"7\ta b  c\t1 KB\tP:\\a\n\t\t\t\n");
+    EXPECT_EQ(ListAsText(project, kCultureOfLists), u"7\ta b  c\t1 KB\tP:\\a\n\t\t\t\n");
 }
 
 TEST(ListText, JsonKeepsKindsAndEscapesTexts) {
@@ -49,9 +49,10 @@ TEST(ListText, JsonKeepsKindsAndEscapesTexts) {
 }
 
 TEST(ImportReport, TellsWhatBecameOfEveryFile) {
-    const ImportReport report = ReportImport(
-        PlacesOf(Placed({u"P:\\Alt.doc"}), culture), Placed({u"P:\\alt.doc", u"P:\\neu.doc"}),
-        {u"P:\\ALT.doc", u"P:\\Neu.doc", u"P:\\weg.doc"}, {u"ImportFolder: x"}, culture);
+    const ImportReport report = ReportImport(PlacesOf(Placed({u"P:\\Alt.doc"}), kCultureOfLists),
+                                             Placed({u"P:\\alt.doc", u"P:\\neu.doc"}),
+                                             {u"P:\\ALT.doc", u"P:\\Neu.doc", u"P:\\weg.doc"},
+                                             {u"ImportFolder: x"}, kCultureOfLists);
     EXPECT_EQ(ImportSummary(report), u"1 aufgenommen, 1 schon in der Liste, 1 nicht aufgenommen");
     ASSERT_EQ(report.lines.size(), 4U);
     EXPECT_EQ(report.lines[0].path, u"P:\\weg.doc");

@@ -10,7 +10,7 @@ namespace talvix::host {
 
 namespace {
 
-std::u16string TextIn(const Value& value) {
+std::u16string TextOrNone(const Value& value) {
     const auto* text = value.If<std::u16string>();
     return text == nullptr ? std::u16string() : *text;
 }
@@ -26,7 +26,7 @@ std::int32_t LongIn(const Value& value) {
 /// Yields an element by its name; others are refused by name.
 HostObject::Handler ByName(std::vector<std::pair<std::u16string, Value>> elements) {
     return [elements = std::move(elements)](const HostCall& call) {
-        const std::u16string name = TextIn(call.At(0));
+        const std::u16string name = TextOrNone(call.At(0));
         for (const auto& [known, element] : elements) {
             if (SameName(known, name)) {
                 return element;
@@ -100,18 +100,18 @@ Object Host::MakeItem() {
 
 Object Host::MakeCommon() {
     const auto readSetting = [this](const HostCall& call) -> Value {
-        const auto found = project_->settings.find(TextIn(call.At(0)));
+        const auto found = project_->settings.find(TextOrNone(call.At(0)));
         return found == project_->settings.end() ? std::u16string() : found->second;
     };
     const auto addMessage = [this](const HostCall& call) -> Value {
-        messages_[LongIn(call.At(0))] = {TextIn(call.At(3)), TextIn(call.At(5)),
+        messages_[LongIn(call.At(0))] = {TextOrNone(call.At(3)), TextOrNone(call.At(5)),
                                          LongIn(call.At(4))};
         return {};
     };
     const auto log = [this](const HostCall& call) -> Value {
         const auto found = messages_.find(LongIn(call.At(0)));
         const Message message = found == messages_.end() ? Message{} : found->second;
-        const std::u16string detail = TextIn(call.At(1));
+        const std::u16string detail = TextOrNone(call.At(1));
         services_.showMessage(message.text + (detail.empty() ? u"" : u"\r\n\r\n" + detail),
                               message.title, message.style);
         return {};
@@ -127,7 +127,7 @@ Object Host::MakeCommon() {
 Object Host::MakeExport() {
     const auto exportItem = [this](const HostCall& call) -> Value {
         if (services_.exportList) {
-            services_.exportList(TextIn(call.At(1)), TextIn(call.At(3)));
+            services_.exportList(TextOrNone(call.At(1)), TextOrNone(call.At(3)));
         }
         return {};
     };
@@ -137,7 +137,7 @@ Object Host::MakeExport() {
 
 Object Host::MakeManaging() {
     const auto nextId = [this](const HostCall& call) -> Value {
-        if (TextIn(call.At(0)) != u"DMS") {
+        if (TextOrNone(call.At(0)) != u"DMS") {
             throw Failure(failure_number::kInvalidArgument, u"There is only the list \"DMS\"");
         }
         project_->isChanged = true;

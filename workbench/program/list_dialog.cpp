@@ -10,7 +10,7 @@ namespace talvix::workbench {
 
 namespace {
 
-constexpr WORD kFirstButton = 100;
+constexpr WORD kFirstChoice = 100;
 constexpr int kList = 99;
 constexpr WORD kHint = 98;
 constexpr short kWidth = 380;
@@ -54,7 +54,7 @@ ListAnswer ShownList::Show(HWND owner) {
     for (std::size_t at = 0; at < dialog_.buttons.size(); ++at) {
         const bool closes = at + 1 == dialog_.buttons.size();
         made.Add(DialogTemplate::kButtonKind,
-                 closes ? WORD{IDCANCEL} : static_cast<WORD>(kFirstButton + at),
+                 closes ? WORD{IDCANCEL} : static_cast<WORD>(kFirstChoice + at),
                  (at == 0 ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON) | WS_TABSTOP, {0, 0, 0, 0},
                  dialog_.buttons[at]);
     }
@@ -106,7 +106,7 @@ void ShownList::Layout() const {
     int right = static_cast<int>(client.right - edge.left);
     for (std::size_t at = dialog_.buttons.size(); at-- > 0;) {
         const bool closes = at + 1 == dialog_.buttons.size();
-        const int id = closes ? IDCANCEL : kFirstButton + static_cast<int>(at);
+        const int id = closes ? IDCANCEL : kFirstChoice + static_cast<int>(at);
         const auto letters = static_cast<LONG>(dialog_.buttons[at].size());
         const int own =
             static_cast<int>(Units(0, 0, std::max<LONG>(50, letters * 4 + 12), 1).right);
@@ -125,7 +125,7 @@ std::optional<std::size_t> ShownList::Selected() const {
 
 void ShownList::TellButtons() const {
     if (dialog_.needsSelection) {
-        EnableWindow(GetDlgItem(window_, kFirstButton), Selected() ? TRUE : FALSE);
+        EnableWindow(GetDlgItem(window_, kFirstChoice), Selected() ? TRUE : FALSE);
     }
 }
 
@@ -171,8 +171,8 @@ INT_PTR ShownList::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     }
     case WM_COMMAND: {
         const int id = LOWORD(wParam);
-        const auto at = static_cast<std::size_t>(id - kFirstButton);
-        if (id != IDCANCEL && (id < kFirstButton || at + 1 >= dialog_.buttons.size())) {
+        const auto at = static_cast<std::size_t>(id - kFirstChoice);
+        if (id != IDCANCEL && (id < kFirstChoice || at + 1 >= dialog_.buttons.size())) {
             return FALSE;
         }
         answer_ = {id == IDCANCEL ? dialog_.buttons.size() - 1 : at, Selected()};

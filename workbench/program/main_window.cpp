@@ -25,7 +25,7 @@ namespace {
 
 constexpr const wchar_t* kWindowClass = L"TalvixWorkbench";
 constexpr int kTabs = 180;
-constexpr int kUnits = 96;
+constexpr int kUsualDpi = 96;
 constexpr const char16_t* kPages[] = {u"Dokumente", u"Betreuung", u"Projekt", u"Einstellungen"};
 
 enum StatusPart { kCountPart, kSelectedPart, kFolderPart, kFilePart };
@@ -120,17 +120,17 @@ void MainWindow::Layout() {
     RECT tools{};
     GetWindowRect(status_, &status);
     GetWindowRect(toolBar_, &tools);
-    const int margin = MulDiv(6, dpi_, kUnits);
-    const int strip = MulDiv(26, dpi_, kUnits);
-    const int top = static_cast<int>(tools.bottom - tools.top) + MulDiv(4, dpi_, kUnits);
+    const int margin = MulDiv(6, dpi_, kUsualDpi);
+    const int strip = MulDiv(26, dpi_, kUsualDpi);
+    const int top = static_cast<int>(tools.bottom - tools.top) + MulDiv(4, dpi_, kUsualDpi);
     MoveWindow(tabs_, margin, top, client.right - 2 * margin, strip, TRUE);
     const RECT page{margin, top + strip + margin, client.right - margin,
                     client.bottom - (status.bottom - status.top) - margin};
     for (Page* each : pages_) {
         each->Layout(page);
     }
-    const int parts[] = {MulDiv(250, dpi_, kUnits), MulDiv(370, dpi_, kUnits),
-                         MulDiv(690, dpi_, kUnits), -1};
+    const int parts[] = {MulDiv(250, dpi_, kUsualDpi), MulDiv(370, dpi_, kUsualDpi),
+                         MulDiv(690, dpi_, kUsualDpi), -1};
     SendMessageW(status_, SB_SETPARTS, std::size(parts), reinterpret_cast<LPARAM>(parts));
 }
 
@@ -231,8 +231,8 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         Layout();
         return 0;
     case WM_GETMINMAXINFO:
-        reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {MulDiv(420, dpi_, kUnits),
-                                                                 MulDiv(300, dpi_, kUnits)};
+        reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {MulDiv(420, dpi_, kUsualDpi),
+                                                                 MulDiv(300, dpi_, kUsualDpi)};
         return 0;
     case kGridChanged:
         if (project_ != nullptr) {

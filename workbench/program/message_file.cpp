@@ -15,7 +15,7 @@ namespace talvix::workbench {
 
 namespace {
 
-constexpr DWORD kNew = STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE;
+constexpr DWORD kNewElement = STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE;
 constexpr std::int64_t kLongest = std::int64_t{512} * 1024 * 1024;
 
 Failure CannotWrite(std::u16string_view path, DWORD error) {
@@ -33,12 +33,12 @@ void Check(HRESULT result) {
 void WriteStorage(IStorage* storage, const host::MessageStorage& content) {
     for (const auto& [name, bytes] : content.streams) {
         ComPtr<IStream> stream;
-        Check(storage->CreateStream(Wide(name), kNew, 0, 0, stream.Out()));
+        Check(storage->CreateStream(Wide(name), kNewElement, 0, 0, stream.Out()));
         Check(stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr));
     }
     for (const host::MessageStorage& each : content.storages) {
         ComPtr<IStorage> inner;
-        Check(storage->CreateStorage(Wide(each.name), kNew, 0, 0, inner.Out()));
+        Check(storage->CreateStorage(Wide(each.name), kNewElement, 0, 0, inner.Out()));
         WriteStorage(inner.Get(), each);
     }
 }
@@ -47,7 +47,8 @@ void WriteStorage(IStorage* storage, const host::MessageStorage& content) {
 
 void WriteMessageFile(const host::Mail& mail, std::u16string_view path) {
     ComPtr<IStorage> storage;
-    const HRESULT made = StgCreateDocfile(Wide(std::u16string(path)), kNew, 0, storage.Out());
+    const HRESULT made =
+        StgCreateDocfile(Wide(std::u16string(path)), kNewElement, 0, storage.Out());
     if (FAILED(made)) {
         throw CannotWrite(path, static_cast<DWORD>(made));
     }

@@ -15,7 +15,7 @@ namespace talvix::workbench {
 
 namespace {
 
-constexpr int kFirstButton = 350;
+constexpr int kFirstAction = 350;
 constexpr int kDate = 360;
 constexpr int kText = 361;
 
@@ -25,7 +25,7 @@ struct ActionButton {
     bool needsAction;
 };
 /// In the order of ActionCommand.
-constexpr ActionButton kButtons[] = {
+constexpr ActionButton kActionButtons[] = {
     {u"Hinzu&fügen", 95, false}, {u"Über&nehmen", 95, true}, {u"En&tfernen", 95, true}};
 
 } // namespace
@@ -35,15 +35,15 @@ SupportPage::SupportPage(const Look& look) : Page(look) {
     date_ = Add(DATETIMEPICK_CLASSW, u"", DTS_SHORTDATEFORMAT | WS_TABSTOP, kDate);
     textLabel_ = Add(L"STATIC", u"Be&schreibung:", SS_LEFT, -1);
     text_ = Add(L"EDIT", u"", ES_AUTOHSCROLL | WS_TABSTOP, kText, WS_EX_CLIENTEDGE);
-    for (const ActionButton& each : kButtons) {
-        const int id = kFirstButton + static_cast<int>(buttons_.size());
+    for (const ActionButton& each : kActionButtons) {
+        const int id = kFirstAction + static_cast<int>(buttons_.size());
         buttons_.push_back(Add(L"BUTTON", each.caption, WS_TABSTOP, id));
     }
 }
 
 std::optional<ActionCommand> SupportPage::CommandOf(int id, int notification) {
-    const int at = id - kFirstButton;
-    if (notification != BN_CLICKED || at < 0 || at >= static_cast<int>(std::size(kButtons))) {
+    const int at = id - kFirstAction;
+    if (notification != BN_CLICKED || at < 0 || at >= static_cast<int>(std::size(kActionButtons))) {
         return std::nullopt;
     }
     return static_cast<ActionCommand>(at);
@@ -67,7 +67,8 @@ void SupportPage::ShowAction(const host::Action* action) {
     }
     shownId_ = id;
     for (std::size_t at = 0; at < buttons_.size(); ++at) {
-        EnableWindow(buttons_[at], !kButtons[at].needsAction || action != nullptr ? TRUE : FALSE);
+        EnableWindow(buttons_[at],
+                     !kActionButtons[at].needsAction || action != nullptr ? TRUE : FALSE);
     }
     SetWindowTextW(text_, action == nullptr ? L"" : Wide(action->description));
     SYSTEMTIME day{};
@@ -105,7 +106,7 @@ void SupportPage::Layout(const RECT& place) {
     top += height + gap;
     int at = left + label;
     for (std::size_t button = 0; button < buttons_.size(); ++button) {
-        const int own = look().Scaled(kButtons[button].width);
+        const int own = look().Scaled(kActionButtons[button].width);
         MoveWindow(buttons_[button], at, top, own, look().Scaled(26), TRUE);
         at += own + gap;
     }
