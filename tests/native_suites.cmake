@@ -10,6 +10,7 @@ talvix_suite(analysis LABELS fast SECONDS 120 KIND cases COMMAND tools/analyse)
 # The rules as another implementation has them.
 add_executable(talvix_answers second/answers.cpp)
 target_link_libraries(talvix_answers PRIVATE talvix_fakes)
+talvix_test_target(talvix_answers)
 talvix_suite(second-rules LABELS fast SECONDS 120 KIND cases COMMAND tests/second/compare $<TARGET_FILE:talvix_answers>)
 
 # The proof. Each row can be run alone: tools/prove [brief|short|long] NAME.

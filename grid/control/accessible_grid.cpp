@@ -1,5 +1,6 @@
 #include "grid/control/accessible.h"
 #include "grid/control/client_area.h"
+#include "platform/win32/com/bstr.h"
 
 #include <algorithm>
 
@@ -125,12 +126,9 @@ private:
         object->get_accState(self, &number);
         element.state = number.lVal;
         const auto text = [&](HRESULT (STDMETHODCALLTYPE IAccessible::*member)(VARIANT, BSTR*)) {
-            BSTR found = nullptr;
-            (object.Get()->*member)(self, &found);
-            const std::u16string copy(found == nullptr ? u""
-                                                       : reinterpret_cast<const char16_t*>(found));
-            SysFreeString(found);
-            return copy;
+            Bstr found;
+            (object.Get()->*member)(self, found.Out());
+            return found.Text();
         };
         element.name = text(&IAccessible::get_accName);
         element.value = text(&IAccessible::get_accValue);

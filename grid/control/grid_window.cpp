@@ -8,6 +8,7 @@
 #include "platform/win32/com/com_ptr.h"
 #include "platform/win32/com/guards.h"
 #include "platform/win32/com/module.h"
+#include "platform/win32/device_context.h"
 #include "platform/win32/wide.h"
 
 #include <windows.h>
@@ -134,13 +135,11 @@ void GridWindow::Paint() {
     if (std::exchange(hasMoved_, false)) {
         InvalidateRect(window_, nullptr, FALSE);
     }
-    PAINTSTRUCT paint{};
-    const HDC dc = BeginPaint(window_, &paint);
+    const PaintDc paint(window_);
     if (model_->Redraw()) {
         const RECT client = ClientOf(window_);
-        painter_.DrawBuffered(dc, {client.right, client.bottom}, paint.rcPaint, hasFocus_);
+        painter_.DrawBuffered(paint.Get(), {client.right, client.bottom}, paint.Area(), hasFocus_);
     }
-    EndPaint(window_, &paint);
 }
 
 LRESULT CALLBACK GridWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

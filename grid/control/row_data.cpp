@@ -2,6 +2,7 @@
 
 #include "grid/control/list_enumerator.h"
 #include "platform/win32/com/unknown.h"
+#include "platform/win32/global_memory.h"
 #include "platform/win32/ole_scope.h"
 #include "platform/win32/wide.h"
 
@@ -9,35 +10,12 @@
 #include <ole2.h>
 #include <shlobj.h>
 
-#include <cstring>
-
 namespace talvix::grid {
 
 namespace {
 
-/// Movable memory with a copy of the bytes; null when there is none.
-HGLOBAL MemoryOf(const void* head, std::size_t headSize, std::u16string_view text) {
-    const std::size_t textSize = text.size() * sizeof(char16_t);
-    HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, headSize + textSize);
-    void* bytes = memory == nullptr ? nullptr : GlobalLock(memory);
-    if (bytes == nullptr) {
-        GlobalFree(memory);
-        return nullptr;
-    }
-    if (headSize > 0) {
-        std::memcpy(bytes, head, headSize);
-    }
-    std::memcpy(static_cast<char*>(bytes) + headSize, text.data(), textSize);
-    GlobalUnlock(memory);
-    return memory;
-}
-
-HGLOBAL TextMemory(const std::u16string& text) {
-    return MemoryOf(nullptr, 0, {text.c_str(), text.size() + 1});
-}
-
 /// A list of files as the shell has it: a header, each path with its NUL, one NUL more.
-HGLOBAL FilesMemory(const std::vector<std::u16string>& files) {
+OwnedMemory FilesMemory(const std::vector<std::u16string>& files) {
     DROPFILES head{};
     head.pFiles = sizeof head;
     head.fWide = TRUE;
@@ -46,14 +24,14 @@ HGLOBAL FilesMemory(const std::vector<std::u16string>& files) {
         list.append(file).push_back(u'\0');
     }
     list.push_back(u'\0');
-    return MemoryOf(&head, sizeof head, list);
+    return MemoryOf({reinterpret_cast<const char*>(&head), sizeof head}, list);
 }
 
-HGLOBAL MemoryFor(const RowData& rows, UINT format) {
+OwnedMemory MemoryFor(const RowData& rows, UINT format) {
     if (format == CF_UNICODETEXT && !rows.text.empty()) {
-        return TextMemory(rows.text);
+        return MemoryOfText(rows.text);
     }
-    return format == CF_HDROP && !rows.files.empty() ? FilesMemory(rows.files) : nullptr;
+    return format == CF_HDROP && !rows.files.empty() ? FilesMemory(rows.files) : OwnedMemory();
 }
 
 constexpr UINT kFormats[] = {CF_HDROP, CF_UNICODETEXT};
@@ -89,7 +67,7 @@ public:
         if (FAILED(known)) {
             return known;
         }
-        medium->hGlobal = MemoryFor(rows_, wanted->cfFormat);
+        medium->hGlobal = MemoryFor(rows_, wanted->cfFormat).Detach();
         medium->tymed = medium->hGlobal == nullptr ? TYMED_NULL : TYMED_HGLOBAL;
         return medium->hGlobal == nullptr ? E_OUTOFMEMORY : S_OK;
     }
@@ -149,18 +127,14 @@ public:
 } // namespace
 
 bool CopyToClipboard(HWND owner, const RowData& rows) {
-    if (rows.IsEmpty() || OpenClipboard(owner) == FALSE) {
+    if (rows.IsEmpty()) {
         return false;
     }
-    EmptyClipboard();
+    const ClipboardScope clipboard(owner);
     for (const UINT format : kFormats) {
-        HGLOBAL memory = MemoryFor(rows, format);
-        if (memory != nullptr && SetClipboardData(format, memory) == nullptr) {
-            GlobalFree(memory);
-        }
+        clipboard.Put(format, MemoryFor(rows, format));
     }
-    CloseClipboard();
-    return true;
+    return static_cast<bool>(clipboard);
 }
 
 ComPtr<IDataObject> MakeDataObject(const RowData& rows) {

@@ -22,6 +22,21 @@ private:
     HDC dc_;
 };
 
+/// What is to be painted anew of a window, for the length of a block.
+class PaintDc {
+public:
+    explicit PaintDc(HWND window) : window_(window) { BeginPaint(window_, &paint_); }
+    PaintDc(const PaintDc&) = delete;
+    PaintDc& operator=(const PaintDc&) = delete;
+    ~PaintDc() { EndPaint(window_, &paint_); }
+    HDC Get() const { return paint_.hdc; }
+    const RECT& Area() const { return paint_.rcPaint; }
+
+private:
+    HWND window_;
+    PAINTSTRUCT paint_{};
+};
+
 /// An object chosen into a device context for the length of a block.
 class Chosen {
 public:

@@ -2,6 +2,7 @@
 
 #include "platform/win32/com/com_ptr.h"
 #include "platform/win32/com/guards.h"
+#include "platform/win32/global_memory.h"
 #include "platform/win32/wide.h"
 
 #include <ole2.h>
@@ -35,34 +36,13 @@ private:
     bool isThere_ = false;
 };
 
-/// The memory behind a handle for the length of a block.
-class Locked {
-public:
-    explicit Locked(HGLOBAL memory)
-        : memory_(memory),
-          bytes_(memory == nullptr ? nullptr : GlobalLock(memory)),
-          size_(bytes_ == nullptr ? 0 : GlobalSize(memory)) {}
-    Locked(const Locked&) = delete;
-    Locked& operator=(const Locked&) = delete;
-    ~Locked() {
-        if (bytes_ != nullptr) {
-            GlobalUnlock(memory_);
-        }
-    }
-    template <typename Unit>
-    std::basic_string_view<Unit> UpToNul() const {
-        const std::basic_string_view<Unit> all(static_cast<const Unit*>(bytes_),
-                                               size_ / sizeof(Unit));
-        return all.substr(0, std::min(all.find(Unit{}), all.size()));
-    }
-    const void* Bytes() const { return bytes_; }
-    std::size_t Size() const { return size_; }
-
-private:
-    HGLOBAL memory_;
-    void* bytes_;
-    std::size_t size_;
-};
+/// The units of the memory as far as the first NUL.
+template <typename Unit>
+std::basic_string_view<Unit> UpToNul(const LockedMemory& memory) {
+    const std::basic_string_view<Unit> all(static_cast<const Unit*>(memory.Bytes()),
+                                           memory.Size() / sizeof(Unit));
+    return all.substr(0, std::min(all.find(Unit{}), all.size()));
+}
 
 std::u16string FromCodePage(std::string_view text) {
     const auto length = static_cast<int>(std::min<std::size_t>(text.size(), INT_MAX));
@@ -77,15 +57,15 @@ std::u16string FromCodePage(std::string_view text) {
 std::optional<std::u16string> DroppedText(IDataObject* data) {
     const Medium wide(data, CF_UNICODETEXT);
     if (wide.Get() != nullptr) {
-        const Locked locked(wide.Get());
-        return std::u16string(locked.UpToNul<char16_t>());
+        const LockedMemory locked(wide.Get());
+        return std::u16string(UpToNul<char16_t>(locked));
     }
     const Medium narrow(data, CF_TEXT);
     if (narrow.Get() == nullptr) {
         return std::nullopt;
     }
-    const Locked locked(narrow.Get());
-    return FromCodePage(locked.UpToNul<char>());
+    const LockedMemory locked(narrow.Get());
+    return FromCodePage(UpToNul<char>(locked));
 }
 
 /// Names behind a DROPFILES header, each ended by NUL, the last one by two.
@@ -106,7 +86,7 @@ std::vector<std::u16string> NamesIn(std::basic_string_view<Unit> list) {
 
 std::optional<std::vector<std::u16string>> DroppedFiles(IDataObject* data) {
     const Medium medium(data, CF_HDROP);
-    const Locked locked(medium.Get());
+    const LockedMemory locked(medium.Get());
     if (locked.Bytes() == nullptr || locked.Size() < sizeof(DROPFILES)) {
         return std::nullopt;
     }

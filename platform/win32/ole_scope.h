@@ -17,6 +17,8 @@ public:
         }
     }
 
+    explicit operator bool() const { return SUCCEEDED(started_); }
+
 private:
     HRESULT started_ = OleInitialize(nullptr);
 };

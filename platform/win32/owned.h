@@ -31,6 +31,8 @@ public:
         }
         handle_ = handle;
     }
+    /// The handle for somebody else who ends it.
+    Handle Detach() { return std::exchange(handle_, Traits::None()); }
     /// Where a function of Windows is to put a new handle.
     Handle* Out() {
         Reset();
@@ -66,6 +68,11 @@ struct LibraryTraits {
     static Handle None() { return nullptr; }
     static void End(Handle handle) { FreeLibrary(handle); }
 };
+struct MemoryTraits {
+    using Handle = HGLOBAL;
+    static Handle None() { return nullptr; }
+    static void End(Handle handle) { GlobalFree(handle); }
+};
 struct IconTraits {
     using Handle = HICON;
     static Handle None() { return nullptr; }
@@ -92,6 +99,8 @@ using OwnedKey = Owned<KeyTraits>;
 using OwnedFind = Owned<FindTraits>;
 using OwnedFile = Owned<FileTraits>;
 using OwnedEvent = Owned<EventTraits>;
+using OwnedProcess = Owned<EventTraits>;
+using OwnedMemory = Owned<MemoryTraits>;
 using OwnedLibrary = Owned<LibraryTraits>;
 using OwnedIcon = Owned<IconTraits>;
 using OwnedFont = Owned<GdiTraits<HFONT>>;

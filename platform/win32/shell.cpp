@@ -188,9 +188,7 @@ std::int32_t Win32Shell::ShowProperties(std::u16string_view path, std::int64_t o
     execution.lpParameters = L"";
     execution.lpDirectory = L"";
     const BOOL started = ShellExecuteExW(&execution);
-    if (execution.hProcess != nullptr) {
-        CloseHandle(execution.hProcess);
-    }
+    const OwnedProcess process(execution.hProcess);
     return started;
 }
 

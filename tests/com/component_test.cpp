@@ -4,6 +4,7 @@
 #include "platform/win32/com/variant.h"
 #include "platform/win32/wide.h"
 #include "tests/com/component_rig.h"
+#include "tests/proof/proof.h"
 
 #include <gtest/gtest.h>
 
@@ -75,9 +76,13 @@ TEST(Component, EveryMemberAnswersWhateverItIsGiven) {
                           std::make_shared<Expando>(u"Leer")};
     const DialogAnswers answers;
     SetCurrentDirectoryW(Wide(rig.folder.Path())); // junk is a relative path to MkDirs
+    std::size_t place = 0;
     for (DISPID member = 1; member <= 23; ++member) {
         for (const Value& value : junk) {
             for (const std::size_t count : {0U, 1U, 4U, 15U, 20U}) {
+                if (place++ % ProofStep(6) != 0) { // each member and each value is among them
+                    continue;
+                }
                 std::vector<VARIANT> arguments(count);
                 for (VARIANT& argument : arguments) {
                     ToVariant(value, argument);

@@ -6,6 +6,9 @@ import subprocess
 import sys
 from pathlib import Path
 
+sys.path.insert(0, str(Path(__file__).resolve().parent.parent / 'suites'))
+from suite import finish, result  # noqa: E402 (its folder is named above)
+
 SYSTEM = {'advapi32.dll', 'comctl32.dll', 'comdlg32.dll', 'oleacc.dll', 'gdi32.dll', 'kernel32.dll', 'mpr.dll', 'msvcrt.dll', 'ole32.dll',
           'oleaut32.dll', 'shell32.dll', 'user32.dll', 'uxtheme.dll'}
 FROZEN = {
@@ -20,15 +23,6 @@ EXPORTS = {'DllCanUnloadNow', 'DllGetClassObject', 'DllInstall', 'DllRegisterSer
 LARGEST = {'pei-x86-64': 600, 'pei-i386': 700}
 
 folder = Path(sys.argv[1])
-failed = 0
-
-
-def result(what, good, detail=''):
-    global failed
-    failed += not good
-    print(f'[       OK ] {what}' if good else f'[  FAILED  ] {what}: {detail}')
-
-
 for name, expected in FROZEN.items():
     dump = subprocess.run(['objdump', '-p', str(folder / name)], capture_output=True, text=True, check=True).stdout
     imports = {line.lower() for line in re.findall(r'DLL Name: (\S+)', dump)}
@@ -44,4 +38,4 @@ for name, expected in FROZEN.items():
         size = (folder / name).stat().st_size
         limit = LARGEST[re.search(r'file format (\S+)', dump).group(1)]
         result(f'{name} is at most {limit} KB', size <= limit * 1024, f'{size} bytes')
-sys.exit(failed)
+finish()

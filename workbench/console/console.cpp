@@ -1,11 +1,11 @@
 // TalvixWorkbench.com: the workbench for consoles. A console that is told "TalvixWorkbench" finds
 // it before the program with the window.
 #include "automation/text.h"
+#include "platform/win32/ole_scope.h"
 #include "platform/win32/wide.h"
 #include "workbench/program/console_commands.h"
 
 #include <windows.h>
-#include <ole2.h>
 
 namespace {
 
@@ -31,7 +31,8 @@ void Write(DWORD which, std::u16string_view text) {
 } // namespace
 
 int wmain(int count, wchar_t** words) {
-    if (FAILED(OleInitialize(nullptr))) {
+    const talvix::OleScope ole;
+    if (!ole) {
         return 1;
     }
     std::vector<std::u16string> arguments;
@@ -41,6 +42,5 @@ int wmain(int count, wchar_t** words) {
     const auto code = talvix::workbench::RunCommand(
         arguments, {[](std::u16string_view text) { Write(STD_OUTPUT_HANDLE, text); },
                     [](std::u16string_view text) { Write(STD_ERROR_HANDLE, text); }});
-    OleUninitialize();
     return static_cast<int>(code);
 }

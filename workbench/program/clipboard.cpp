@@ -1,27 +1,16 @@
 #include "workbench/program/clipboard.h"
 
-#include <cstring>
+#include "platform/win32/global_memory.h"
 
 namespace talvix::workbench {
 
 bool CopyText(HWND owner, const std::u16string& text) {
-    const std::size_t bytes = (text.size() + 1) * sizeof(char16_t);
-    HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes);
-    if (memory == nullptr) {
+    OwnedMemory memory = MemoryOfText(text);
+    if (!memory) {
         return false;
     }
-    std::memcpy(GlobalLock(memory), text.c_str(), bytes);
-    GlobalUnlock(memory);
-    bool isThere = false;
-    if (OpenClipboard(owner) != FALSE) {
-        EmptyClipboard();
-        isThere = SetClipboardData(CF_UNICODETEXT, memory) != nullptr; // now the clipboard's
-        CloseClipboard();
-    }
-    if (!isThere) {
-        GlobalFree(memory);
-    }
-    return isThere;
+    const ClipboardScope clipboard(owner);
+    return clipboard.Put(CF_UNICODETEXT, std::move(memory));
 }
 
 } // namespace talvix::workbench

@@ -1,5 +1,6 @@
 #include "workbench/program/list_dialog.h"
 
+#include "platform/win32/device_context.h"
 #include "platform/win32/dialog_template.h"
 #include "platform/win32/wide.h"
 
@@ -72,9 +73,7 @@ void ShownList::MakeTable() {
     SendMessageW(table_, WM_SETFONT, static_cast<WPARAM>(SendMessageW(window_, WM_GETFONT, 0, 0)),
                  FALSE);
     SendMessageW(table_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT);
-    const HDC dc = GetDC(window_);
-    const int dpi = GetDeviceCaps(dc, LOGPIXELSX);
-    ReleaseDC(window_, dc);
+    const int dpi = GetDeviceCaps(ScreenDc(window_).Get(), LOGPIXELSX);
     for (std::size_t at = 0; at < dialog_.columns.size(); ++at) {
         std::u16string caption = dialog_.columns[at].caption;
         LVCOLUMNW column{};

@@ -1,8 +1,8 @@
+#include "platform/win32/ole_scope.h"
 #include "platform/win32/wide.h"
 #include "workbench/program/main_window.h"
 
 #include <windows.h>
-#include <ole2.h>
 #include <shellapi.h>
 
 namespace {
@@ -33,10 +33,6 @@ int RunProgram() {
 } // namespace
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) {
-    if (FAILED(OleInitialize(nullptr))) {
-        return 1;
-    }
-    const int result = RunProgram();
-    OleUninitialize();
-    return result;
+    const talvix::OleScope ole;
+    return ole ? RunProgram() : 1;
 }
