@@ -1,7 +1,9 @@
 #include "core/presentation_pass.h"
 
+#include "automation/text.h"
 #include "common/general.h"
 #include "common/settings.h"
+#include "platform/literal_path.h"
 
 #include <utility>
 
@@ -9,12 +11,24 @@ namespace talvix {
 
 namespace {
 
+/// Where the name of a network path's server begins; nothing for another path.
+std::optional<std::size_t> StartOfServer(std::u16string_view path) {
+    const std::u16string_view plain = BehindLiteralMark(path);
+    if (plain.size() < path.size()) {
+        const bool isNetwork = SameName(Left(plain, 4), u"UNC\\");
+        return isNetwork ? std::optional(path.size() - plain.size() + 4) : std::nullopt;
+    }
+    const bool isNetwork = path.starts_with(u"\\\\") && !path.starts_with(u"\\\\.\\");
+    return isNetwork ? std::optional<std::size_t>(2) : std::nullopt;
+}
+
 /// "\\server\share" of a network path, else "".
 std::u16string_view NetworkRoot(std::u16string_view path) {
-    if (path.substr(0, 2) != u"\\\\") {
+    const auto server = StartOfServer(path);
+    if (!server) {
         return {};
     }
-    const std::size_t share = path.find(u'\\', 2);
+    const std::size_t share = path.find(u'\\', *server);
     if (share == std::u16string_view::npos) {
         return {};
     }

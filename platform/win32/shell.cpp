@@ -1,6 +1,7 @@
 #include "platform/win32/shell.h"
 
 #include "automation/text.h"
+#include "platform/literal_path.h"
 #include "platform/opening_policy.h"
 #include "platform/win32/files.h"
 #include "platform/win32/messages.h"
@@ -151,8 +152,8 @@ std::int64_t Win32Shell::SmallIconList() {
 
 ShellCopy Win32Shell::Copy(std::u16string_view source, std::u16string_view target) {
     // Lists of paths, ended by an empty one.
-    const std::u16string from = std::u16string(source) + u'\0';
-    const std::u16string to = std::u16string(target) + u'\0';
+    const std::u16string from = PlainPath(source) + u'\0';
+    const std::u16string to = PlainPath(target) + u'\0';
     SHFILEOPSTRUCTW operation{};
     operation.hwnd = GetActiveWindow();
     operation.wFunc = FO_COPY;

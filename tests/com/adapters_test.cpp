@@ -146,6 +146,15 @@ TEST(Win32Shell, AClassThatIsRegisteredAnewIsAskedAnew) {
     EXPECT_EQ(shell.TypeName(path), before);
 }
 
+TEST(Win32Shell, CopiesWhatLiesAtAPathThatIsTakenAsItStands) {
+    Win32Shell shell;
+    const TemporaryFolder folder;
+    const std::u16string source = folder.Make(u"a.txt", 5);
+    const std::u16string target = folder.Path() + u"\\b.txt";
+    EXPECT_EQ(shell.Copy(u"\\\\?\\" + source, target).result, 0);
+    EXPECT_EQ(Win32Files().Query(target), (FileFacts{false, 5}));
+}
+
 TEST(Win32Network, ASharedFolderIsSeenAsSoonAsItIsShared) {
     Win32Network network;
     ASSERT_TRUE(network.ComputerName());

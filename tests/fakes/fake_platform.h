@@ -21,6 +21,7 @@ public:
     void MakeFolder(std::u16string_view path);
     void Clear() { entries_.clear(); }
     std::optional<FileFacts> Query(std::u16string_view path) override;
+    std::u16string FullPath(std::u16string_view path) override;
     FolderListing List(std::u16string_view folder) override;
     void CreateFolder(std::u16string_view path) override;
     Renamed Rename(std::u16string_view from, std::u16string_view to) override;
@@ -32,6 +33,9 @@ public:
     std::set<std::u16string> links;       ///< upper-case paths of links to files
     std::set<std::u16string> silentRoots; ///< upper-case network roots that do not answer
     std::set<std::u16string> readOnly;    ///< upper-case folders that take nothing new
+    bool pathsAreFull = false; ///< all paths count as such, which spares long ones the work
+    /// Lists folders in place of what was made; nothing for those that it does not know.
+    std::function<std::optional<FolderListing>(std::u16string_view folder)> onList;
     /// Runs before a rename, as somebody else on the network might.
     std::function<void(std::u16string_view to)> beforeRename;
 
@@ -40,7 +44,7 @@ private:
         std::u16string path;
         FileFacts facts;
     };
-    std::u16string Key(std::u16string_view path) const;
+    std::u16string Key(std::u16string_view given) const;
     bool TakesNew(std::u16string_view path) const;
     Journal& journal_;
     FakeCulture culture_;
