@@ -35,13 +35,6 @@ std::u16string_view NetworkRoot(std::u16string_view path) {
     return path.substr(0, path.find(u'\\', share + 1));
 }
 
-/// The extension with its dot; "" for a name without one.
-std::u16string_view Extension(std::u16string_view path) {
-    const std::size_t at = path.find_last_of(u".\\:");
-    return at == std::u16string_view::npos || path[at] != u'.' ? std::u16string_view()
-                                                               : path.substr(at);
-}
-
 } // namespace
 
 bool PresentationPass::FileIconsDisabled() {
@@ -81,39 +74,12 @@ std::optional<FileFacts> PresentationPass::Query(std::u16string_view path) {
     return facts;
 }
 
-PresentationPass::FileClass& PresentationPass::ClassOf(std::u16string_view path) {
-    const std::u16string_view extension = Extension(path);
-    if (const auto known = spellings_.find(extension); known != spellings_.end()) {
-        return *known->second;
-    }
-    const auto [found, isNew] = classes_.try_emplace(platform_.locale.UpperCase(extension));
-    if (isNew) {
-        found->second.hasOwnIcon = platform_.shell.HasOwnIcon(path);
-    }
-    spellings_.emplace(extension, &found->second);
-    return found->second;
-}
-
 std::int32_t PresentationPass::IconIndex(std::u16string_view path) {
-    FileClass& fileClass = ClassOf(path);
-    if (fileClass.hasOwnIcon) {
-        return GetSmallIconIndex(platform_.shell, path);
-    }
-    if (!fileClass.icon) {
-        fileClass.icon = GetSmallIconIndex(platform_.shell, path);
-    }
-    return *fileClass.icon;
+    return GetSmallIconIndex(platform_.shell, path);
 }
 
 std::u16string PresentationPass::TypeName(std::u16string_view path) {
-    FileClass& fileClass = ClassOf(path);
-    if (fileClass.hasOwnIcon) {
-        return GetFileTypeName(platform_.shell, path);
-    }
-    if (!fileClass.typeName) {
-        fileClass.typeName = GetFileTypeName(platform_.shell, path);
-    }
-    return *fileClass.typeName;
+    return platform_.shell.Classes().TypeName(path);
 }
 
 } // namespace talvix

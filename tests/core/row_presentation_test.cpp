@@ -134,6 +134,19 @@ TEST(RowPresentation, AsksTheShellOncePerClassOfFileInOnePass) {
     EXPECT_EQ(rig.fakes.journal.Count(u"icon"), 4U);
 }
 
+TEST(RowPresentation, AClassThatHasChangedIsAskedForAgain) {
+    PresentationRig rig;
+    rig.fakes.files.MakeFile(u"P:\\Proj\\a.doc", 1);
+    rig.AddRow(0, u"P:\\Proj\\a.doc");
+    rig.Present();
+    EXPECT_EQ(rig.fakes.journal.Count(u"icon"), 1U);
+    rig.Present();
+    EXPECT_EQ(rig.fakes.journal.Count(u"icon"), 0U);
+    rig.fakes.shell.answers.haveChanged = true;
+    rig.Present();
+    EXPECT_EQ(rig.fakes.journal.Count(u"icon"), 1U);
+}
+
 TEST(RowPresentation, ANetworkRootThatDoesNotAnswerIsAskedOnceInOnePass) {
     PresentationRig rig;
     rig.fakes.files.silentRoots.insert(u"\\\\TOT\\DATEN");

@@ -158,20 +158,20 @@ bool FakeFiles::CopyFile(std::u16string_view source, std::u16string_view target)
     return true;
 }
 
-std::int32_t FakeShell::SmallIconIndex(std::u16string_view path) {
+std::int32_t FakeFileAnswers::AskForIcon(std::u16string_view path) {
     journal_.Step(u"icon");
     journal_.Write(u"icon " + std::u16string(path));
     return ExtensionOf(path) == u"doc" ? 3 : 7;
 }
 
-std::u16string FakeShell::TypeName(std::u16string_view path) {
+std::u16string FakeFileAnswers::AskForTypeName(std::u16string_view path) {
     journal_.Step(u"type");
     journal_.Write(u"type " + std::u16string(path));
     const std::u16string_view extension = ExtensionOf(path);
     return extension.empty() ? std::u16string() : std::u16string(extension) + u"-Datei";
 }
 
-bool FakeShell::HasOwnIcon(std::u16string_view path) {
+bool FakeFileAnswers::CarriesOwnIcon(std::u16string_view path) {
     journal_.Step(u"own icon");
     return ExtensionOf(path).empty() || ExtensionOf(path) == u"exe";
 }

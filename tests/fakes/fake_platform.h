@@ -10,6 +10,7 @@
 #include <functional>
 #include <map>
 #include <set>
+#include <utility>
 
 namespace talvix {
 
@@ -51,12 +52,25 @@ private:
     std::map<std::u16string, Entry> entries_;
 };
 
+class FakeFileAnswers : public FileAnswers {
+public:
+    explicit FakeFileAnswers(Journal& journal) : journal_(journal) {}
+    std::int32_t AskForIcon(std::u16string_view path) override;
+    std::u16string AskForTypeName(std::u16string_view path) override;
+    bool CarriesOwnIcon(std::u16string_view path) override;
+    bool HaveClassesChanged() override { return std::exchange(haveChanged, false); }
+    bool haveChanged = false;
+
+private:
+    Journal& journal_;
+};
+
 class FakeShell : public Shell {
 public:
-    FakeShell(Journal& journal, FakeFiles& files) : journal_(journal), files_(files) {}
-    std::int32_t SmallIconIndex(std::u16string_view path) override;
-    std::u16string TypeName(std::u16string_view path) override;
-    bool HasOwnIcon(std::u16string_view path) override;
+    FakeShell(Journal& journal, FakeFiles& files)
+        : answers(journal), journal_(journal), files_(files) {}
+    FileClasses& Classes() override { return classes_; }
+    std::u16string TypeName(std::u16string_view path) override { return classes_.TypeName(path); }
     std::int64_t SmallIconList() override;
     ShellCopy Copy(std::u16string_view source, std::u16string_view target) override;
     void Open(std::u16string_view what, std::u16string_view workingFolder) override;
@@ -65,9 +79,12 @@ public:
     bool replaces = false;
     std::int32_t copyResult = 0; ///< another number makes every copy fail
 
+    FakeFileAnswers answers;
+
 private:
     Journal& journal_;
     FakeFiles& files_;
+    FileClasses classes_{answers};
 };
 
 class FakeRegistry : public Registry {
