@@ -3,6 +3,7 @@
 #include "automation/text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace talvix {
 
@@ -36,18 +37,18 @@ const FileClasses::FileClass& FileClasses::ClassOf(const std::u16string& extensi
 
 template <typename Answer>
 Answer FileClasses::Find(std::u16string_view path, std::optional<Answer> FileClass::*kept,
-                         Answer (FileAnswers::*ask)(std::u16string_view)) {
+                         std::optional<Answer> (FileAnswers::*ask)(std::u16string_view)) {
     const std::u16string extension = FoldedExtension(path);
     if (const FileClass& known = ClassOf(extension, path); known.*kept) {
         return *(known.*kept);
     }
-    Answer answer = (answers_.*ask)(path);
+    std::optional<Answer> answer = (answers_.*ask)(path);
     // Looked up again: a shell that is asked may run others, who ask in their turn.
     const auto found = classes_.find(extension);
-    if (found != classes_.end() && !found->second.hasOwnIcon) {
-        found->second.*kept = answer;
+    if (answer && found != classes_.end() && !found->second.hasOwnIcon) {
+        found->second.*kept = answer; // a file that has just gone says nothing of its class
     }
-    return answer;
+    return std::move(answer).value_or(Answer());
 }
 
 std::int32_t FileClasses::IconIndex(std::u16string_view path) {

@@ -13,11 +13,11 @@ class FileAnswers {
 public:
     virtual ~FileAnswers() = default;
 
-    /// Place of the file's small icon in the system image list, counted from 0; 0 when the system
-    /// knows nothing of the path.
-    virtual std::int32_t AskForIcon(std::u16string_view path) = 0;
-    /// The system's name for the file's type; "" when there is none.
-    virtual std::u16string AskForTypeName(std::u16string_view path) = 0;
+    /// Place of the file's small icon in the system image list, counted from 0; nothing when the
+    /// system knows nothing of the path.
+    virtual std::optional<std::int32_t> AskForIcon(std::u16string_view path) = 0;
+    /// The system's name for the file's type; nothing when there is none.
+    virtual std::optional<std::u16string> AskForTypeName(std::u16string_view path) = 0;
     /// True when files of this class carry icons of their own, so that one file's icon says nothing
     /// about another's.
     virtual bool CarriesOwnIcon(std::u16string_view path) = 0;
@@ -35,7 +35,7 @@ public:
     FileClasses(const FileClasses&) = delete;
     FileClasses& operator=(const FileClasses&) = delete;
 
-    /// Place of the small icon in the system image list, counted from 0.
+    /// Place of the small icon in the system image list, counted from 0; 0 when there is none.
     std::int32_t IconIndex(std::u16string_view path);
     /// "" when there is none.
     std::u16string TypeName(std::u16string_view path);
@@ -50,7 +50,7 @@ private:
     const FileClass& ClassOf(const std::u16string& extension, std::u16string_view path);
     template <typename Answer>
     Answer Find(std::u16string_view path, std::optional<Answer> FileClass::*kept,
-                Answer (FileAnswers::*ask)(std::u16string_view));
+                std::optional<Answer> (FileAnswers::*ask)(std::u16string_view));
 
     FileAnswers& answers_;
     std::map<std::u16string, FileClass> classes_; ///< by the extension in small ASCII letters

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 #include <vector>
 
 namespace talvix {
@@ -99,13 +100,13 @@ bool ClassCarriesOwnIcon(const std::u16string& fileClass) {
 
 } // namespace
 
-std::int32_t Win32FileAnswers::AskForIcon(std::u16string_view path) {
+std::optional<std::int32_t> Win32FileAnswers::AskForIcon(std::u16string_view path) {
     SHFILEINFOW info{};
-    AskWithIcon(std::u16string(path), info);
-    return info.iIcon;
+    const bool isKnown = AskWithIcon(std::u16string(path), info) != 0;
+    return isKnown ? std::optional<std::int32_t>(info.iIcon) : std::nullopt;
 }
 
-std::u16string Win32FileAnswers::AskForTypeName(std::u16string_view path) {
+std::optional<std::u16string> Win32FileAnswers::AskForTypeName(std::u16string_view path) {
     const std::u16string file(path);
     if (!mindsExeType_) {
         std::u16string text = AskForType(file, kType);
@@ -115,7 +116,7 @@ std::u16string Win32FileAnswers::AskForTypeName(std::u16string_view path) {
     }
     std::u16string text = AskForType(file, kTypeWithoutExeType);
     mindsExeType_ = !text.empty();
-    return text;
+    return text.empty() ? std::nullopt : std::optional(std::move(text));
 }
 
 bool Win32FileAnswers::CarriesOwnIcon(std::u16string_view path) {

@@ -7,8 +7,8 @@ namespace talvix {
 
 class Win32FileAnswers : public FileAnswers {
 public:
-    std::int32_t AskForIcon(std::u16string_view path) override;
-    std::u16string AskForTypeName(std::u16string_view path) override;
+    std::optional<std::int32_t> AskForIcon(std::u16string_view path) override;
+    std::optional<std::u16string> AskForTypeName(std::u16string_view path) override;
     bool CarriesOwnIcon(std::u16string_view path) override;
     bool HaveClassesChanged() override { return watch_.HasChanged(); }
     /// Handle of the system image list of small icons as a number; 0 when there is none.

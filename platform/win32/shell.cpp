@@ -23,7 +23,8 @@ bool LeadsToAFile(std::u16string_view path) {
 } // namespace
 
 std::u16string Win32Shell::TypeName(std::u16string_view path) {
-    return LeadsToAFile(path) ? classes_.TypeName(path) : answers_.AskForTypeName(path);
+    return LeadsToAFile(path) ? classes_.TypeName(path)
+                              : answers_.AskForTypeName(path).value_or(u"");
 }
 
 std::int64_t Win32Shell::SmallIconList() {

@@ -158,17 +158,23 @@ bool FakeFiles::CopyFile(std::u16string_view source, std::u16string_view target)
     return true;
 }
 
-std::int32_t FakeFileAnswers::AskForIcon(std::u16string_view path) {
+std::optional<std::int32_t> FakeFileAnswers::AskForIcon(std::u16string_view path) {
     journal_.Step(u"icon");
     journal_.Write(u"icon " + std::u16string(path));
+    if (unknown.contains(std::u16string(path))) {
+        return std::nullopt;
+    }
     return ExtensionOf(path) == u"doc" ? 3 : 7;
 }
 
-std::u16string FakeFileAnswers::AskForTypeName(std::u16string_view path) {
+std::optional<std::u16string> FakeFileAnswers::AskForTypeName(std::u16string_view path) {
     journal_.Step(u"type");
     journal_.Write(u"type " + std::u16string(path));
     const std::u16string_view extension = ExtensionOf(path);
-    return extension.empty() ? std::u16string() : std::u16string(extension) + u"-Datei";
+    if (extension.empty() || unknown.contains(std::u16string(path))) {
+        return std::nullopt;
+    }
+    return std::u16string(extension) + u"-Datei";
 }
 
 bool FakeFileAnswers::CarriesOwnIcon(std::u16string_view path) {

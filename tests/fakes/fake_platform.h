@@ -55,11 +55,12 @@ private:
 class FakeFileAnswers : public FileAnswers {
 public:
     explicit FakeFileAnswers(Journal& journal) : journal_(journal) {}
-    std::int32_t AskForIcon(std::u16string_view path) override;
-    std::u16string AskForTypeName(std::u16string_view path) override;
+    std::optional<std::int32_t> AskForIcon(std::u16string_view path) override;
+    std::optional<std::u16string> AskForTypeName(std::u16string_view path) override;
     bool CarriesOwnIcon(std::u16string_view path) override;
     bool HaveClassesChanged() override { return std::exchange(haveChanged, false); }
     bool haveChanged = false;
+    std::set<std::u16string> unknown; ///< paths that the system knows nothing of
 
 private:
     Journal& journal_;

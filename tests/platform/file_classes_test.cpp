@@ -47,6 +47,15 @@ TEST(FileClasses, ThatHaveChangedAreAskedForAgain) {
     EXPECT_EQ(rig.journal.Count(u"icon "), 2U);
 }
 
+TEST(FileClasses, AFileThatHasJustGoneSaysNothingOfThem) {
+    ClassesRig rig;
+    rig.answers.unknown = {u"P:\\fort.doc"};
+    EXPECT_EQ(rig.classes.IconIndex(u"P:\\fort.doc"), 0);
+    EXPECT_EQ(rig.classes.TypeName(u"P:\\fort.doc"), u"");
+    EXPECT_EQ(rig.classes.IconIndex(u"P:\\a.doc"), 3);
+    EXPECT_EQ(rig.classes.TypeName(u"P:\\a.doc"), u"doc-Datei");
+}
+
 TEST(FileClasses, AFailedQuestionIsAskedAgain) {
     for (int failing = 1; failing <= 2; ++failing) {
         ClassesRig rig;
