@@ -62,7 +62,7 @@ double Fill(const Documents& documents) {
 double ShellStart(const std::u16string& file) {
     Win32Shell shell;
     const double start = Now();
-    shell.SmallIconIndex(file);
+    shell.Classes().IconIndex(file);
     shell.TypeName(file);
     return Since(start);
 }

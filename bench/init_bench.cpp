@@ -58,7 +58,7 @@ double OpenBare(const std::u16string& folder, const Documents& documents) {
         const bool isThere = GetFileAttributesW(Wide(path)) != INVALID_FILE_ATTRIBUTES;
         const auto [icon, isNew] = icons.try_emplace(path.substr(path.rfind(u'.')), 0);
         if (isNew) {
-            icon->second = shell.SmallIconIndex(path);
+            icon->second = shell.Classes().IconIndex(path);
         }
         const Late row = rows(u"Item", ++number);
         row.SetAt(u"Value", u"Icon", icon->second + 1);

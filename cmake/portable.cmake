@@ -36,7 +36,7 @@ file(GLOB component_sources CONFIGURE_DEPENDS
 talvix_library(talvix_component ${component_sources})
 target_link_libraries(talvix_component PUBLIC talvix_automation)
 talvix_units(talvix_component
-    GROUP names file_name general project_copy unc_conversion registration # the workbench's programs need these alone
+    GROUP names file_classes file_name general literal_path project_copy unc_conversion registration # the workbench's programs need these alone
     GROUP list attachment document_record grid grid_events grid_setup listed_folders main presentation_pass row_presentation
     GROUP folder copy_to_project_folder folder_import folder_rules naming_rule project_folder project_folder_store sub_folders)
 

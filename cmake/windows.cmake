@@ -33,7 +33,7 @@ talvix_for_size(talvix_grid_model grid/model/grid_members.cpp grid/model/group_m
 file(GLOB win32_sources CONFIGURE_DEPENDS platform/win32/*.cpp platform/win32/com/*.cpp)
 talvix_library(talvix_win32 ${win32_sources})
 talvix_units(talvix_win32 GROUP programs files item_layout thread_windows visual_styles
-    GROUP component key_watch messages network objects pictures registry shell system trace)
+    GROUP component file_answers key_watch messages network objects pictures registry shell system trace)
 talvix_for_size(talvix_win32 platform/win32/dialogs.cpp platform/win32/item_window.cpp platform/win32/dialog_template.cpp
     platform/win32/drop_target.cpp platform/win32/popup_menu.cpp platform/win32/progress_window.cpp
     platform/win32/shell_browser.cpp platform/win32/com/registration.cpp platform/win32/com/event_connection.cpp

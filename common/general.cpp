@@ -60,7 +60,7 @@ bool FileExistsOnDisk(Files& files, std::u16string_view path) {
 }
 
 std::int32_t GetSmallIconIndex(Shell& shell, std::u16string_view path) {
-    return shell.SmallIconIndex(path);
+    return shell.Classes().IconIndex(path);
 }
 
 std::u16string GetFileName(std::u16string_view path) {

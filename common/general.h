@@ -11,7 +11,7 @@ namespace talvix {
 
 /// True for files only; a folder or an empty path gives false.
 bool FileExistsOnDisk(Files& files, std::u16string_view path);
-/// Place of the file's small icon in the system image list.
+/// Place of the small icon of a file that is there in the system image list.
 std::int32_t GetSmallIconIndex(Shell& shell, std::u16string_view path);
 /// What follows the last "\"; the path itself without one; "" for a blank path.
 std::u16string GetFileName(std::u16string_view path);

@@ -1,7 +1,9 @@
 #include "core/presentation_pass.h"
 
+#include "automation/text.h"
 #include "common/general.h"
 #include "common/settings.h"
+#include "platform/literal_path.h"
 
 #include <utility>
 
@@ -9,23 +11,28 @@ namespace talvix {
 
 namespace {
 
+/// Where the name of a network path's server begins; nothing for another path.
+std::optional<std::size_t> StartOfServer(std::u16string_view path) {
+    const std::u16string_view plain = BehindLiteralMark(path);
+    if (plain.size() < path.size()) {
+        const bool isNetwork = SameName(Left(plain, 4), u"UNC\\");
+        return isNetwork ? std::optional(path.size() - plain.size() + 4) : std::nullopt;
+    }
+    const bool isNetwork = path.starts_with(u"\\\\") && !path.starts_with(u"\\\\.\\");
+    return isNetwork ? std::optional<std::size_t>(2) : std::nullopt;
+}
+
 /// "\\server\share" of a network path, else "".
 std::u16string_view NetworkRoot(std::u16string_view path) {
-    if (path.substr(0, 2) != u"\\\\") {
+    const auto server = StartOfServer(path);
+    if (!server) {
         return {};
     }
-    const std::size_t share = path.find(u'\\', 2);
+    const std::size_t share = path.find(u'\\', *server);
     if (share == std::u16string_view::npos) {
         return {};
     }
     return path.substr(0, path.find(u'\\', share + 1));
-}
-
-/// The extension with its dot; "" for a name without one.
-std::u16string_view Extension(std::u16string_view path) {
-    const std::size_t at = path.find_last_of(u".\\:");
-    return at == std::u16string_view::npos || path[at] != u'.' ? std::u16string_view()
-                                                               : path.substr(at);
 }
 
 } // namespace
@@ -67,39 +74,12 @@ std::optional<FileFacts> PresentationPass::Query(std::u16string_view path) {
     return facts;
 }
 
-PresentationPass::FileClass& PresentationPass::ClassOf(std::u16string_view path) {
-    const std::u16string_view extension = Extension(path);
-    if (const auto known = spellings_.find(extension); known != spellings_.end()) {
-        return *known->second;
-    }
-    const auto [found, isNew] = classes_.try_emplace(platform_.locale.UpperCase(extension));
-    if (isNew) {
-        found->second.hasOwnIcon = platform_.shell.HasOwnIcon(path);
-    }
-    spellings_.emplace(extension, &found->second);
-    return found->second;
-}
-
 std::int32_t PresentationPass::IconIndex(std::u16string_view path) {
-    FileClass& fileClass = ClassOf(path);
-    if (fileClass.hasOwnIcon) {
-        return GetSmallIconIndex(platform_.shell, path);
-    }
-    if (!fileClass.icon) {
-        fileClass.icon = GetSmallIconIndex(platform_.shell, path);
-    }
-    return *fileClass.icon;
+    return GetSmallIconIndex(platform_.shell, path);
 }
 
 std::u16string PresentationPass::TypeName(std::u16string_view path) {
-    FileClass& fileClass = ClassOf(path);
-    if (fileClass.hasOwnIcon) {
-        return GetFileTypeName(platform_.shell, path);
-    }
-    if (!fileClass.typeName) {
-        fileClass.typeName = GetFileTypeName(platform_.shell, path);
-    }
-    return *fileClass.typeName;
+    return platform_.shell.Classes().TypeName(path);
 }
 
 } // namespace talvix

@@ -10,8 +10,8 @@
 
 namespace talvix {
 
-/// What one pass over the rows asks the system only once: the setting for file icons, icon and type
-/// name per class of file, and network roots that do not answer.
+/// What one pass over the rows asks the system only once: the setting for file icons and network
+/// roots that do not answer. Icon and type name are asked once per class of file.
 class PresentationPass {
 public:
     PresentationPass(Platform& platform, Trace& trace)
@@ -24,25 +24,15 @@ public:
     /// Tells what the list of its folder says of a file that is about to be presented: the next
     /// query of this path is answered from it.
     void Expect(std::u16string_view path, const FileFacts& facts);
-    /// Place of the small icon in the system image list, from 0.
+    /// Place of the small icon of a file that is there, in the system image list from 0.
     std::int32_t IconIndex(std::u16string_view path);
+    /// The type of a file that is there.
     std::u16string TypeName(std::u16string_view path);
 
 private:
-    /// What files of one class have in common; nothing is remembered of a class with own icons.
-    struct FileClass {
-        bool hasOwnIcon = false;
-        std::optional<std::int32_t> icon;
-        std::optional<std::u16string> typeName;
-    };
-    FileClass& ClassOf(std::u16string_view path);
-
     Platform& platform_;
     Trace& trace_;
     std::optional<bool> iconsDisabled_;
-    std::map<std::u16string, FileClass> classes_;
-    /// The same by the extension as it is written, which is found without upper-casing it.
-    std::map<std::u16string, FileClass*, std::less<>> spellings_;
     std::map<std::u16string, bool> rootAnswers_;
     ListedFolders listed_;
     std::u16string expectedPath_;

@@ -10,6 +10,8 @@
 #include "folder/project_folder.h"
 #include "operations/add_document.h"
 
+#include <algorithm>
+
 namespace talvix {
 
 namespace {
@@ -26,7 +28,10 @@ public:
     ~FolderImport() { attachment_.placesRowsLater = false; }
 
     std::int32_t Run(const std::u16string& folder) {
-        ImportFolder(folder);
+        next_([&] { ImportFolder(folder); });
+        while (!levels_.empty()) {
+            GoOn();
+        }
         if (hasRowsToPlace_) {
             PlaceNewRow(attachment_.trace, grid_);
         }
@@ -34,24 +39,75 @@ public:
     }
 
 private:
+    /// A folder whose files are done and whose sub-folders follow. Kept here and not on the stack,
+    /// which a tree of folders can be too deep for.
+    struct Level {
+        std::size_t placeLength;
+        std::vector<std::u16string> folders; ///< those that are left, the next one last
+    };
+
+    /// The files of a folder; its sub-folders become a level.
     void ImportFolder(std::u16string path) {
         if (path.empty() || path.back() != u'\\') {
             path += u'\\';
         }
-        FolderListing listing;
-        next_([&] { listing = attachment_.platform.files.List(path); });
-        PlaceRowsLaterWhereNothingIsGrouped();
-        if (!ImportFiles(path, listing.files)) {
+        if (!GoTo(attachment_.platform.files.FullPath(path))) {
             return;
         }
-        for (const std::u16string& name : listing.folders) {
-            attachment_.placesRowsLater = false; // who adds a row meanwhile sees it in its place
-            next_([&] { attachment_.platform.timers.RunPending(); });
-            if (attachment_.stopImport) {
-                return;
-            }
-            next_([&] { ImportFolder(path + name); });
+        FolderListing listing = ListedHere();
+        PlaceRowsLaterWhereNothingIsGrouped();
+        hasAddedHere_ = false;
+        if (!ImportFiles(place_, listing.files)) {
+            return;
         }
+        if (hasAddedHere_) { // whoever was told of the rows may have changed what lies here
+            listing = ListedHere();
+        }
+        std::reverse(listing.folders.begin(), listing.folders.end());
+        levels_.push_back({place_.size(), std::move(listing.folders)});
+    }
+
+    /// False for a folder that does not lie in the one around it: the system takes some names, such
+    /// as "...", for other ones.
+    bool GoTo(std::u16string place) {
+        if (!place.ends_with(u'\\')) {
+            place += u'\\';
+        }
+        if (!levels_.empty()) {
+            const std::u16string_view outer = OuterPlace();
+            if (place.size() == outer.size() || !place.starts_with(outer)) {
+                return false;
+            }
+        }
+        place_ = std::move(place);
+        return true;
+    }
+
+    std::u16string_view OuterPlace() const {
+        return std::u16string_view(place_).substr(0, levels_.back().placeLength);
+    }
+
+    FolderListing ListedHere() {
+        FolderListing listing;
+        next_([&] { listing = attachment_.platform.files.List(place_); });
+        return listing;
+    }
+
+    /// The next sub-folder of the innermost level, or back to the level around it.
+    void GoOn() {
+        if (levels_.back().folders.empty()) {
+            levels_.pop_back();
+            return;
+        }
+        attachment_.placesRowsLater = false; // who adds a row meanwhile sees it in its place
+        next_([&] { attachment_.platform.timers.RunPending(); });
+        if (attachment_.stopImport) {
+            levels_.pop_back();
+            return;
+        }
+        const std::u16string name = std::move(levels_.back().folders.back());
+        levels_.back().folders.pop_back();
+        next_([&] { ImportFolder(std::u16string(OuterPlace()) + name); });
     }
 
     /// Each row of a grouped list opens the headings above it, so that none can wait there.
@@ -92,6 +148,7 @@ private:
         std::u16string typeName;
         next_([&] { typeName = attachment_.pass->TypeName(path); });
         hasRowsToPlace_ = attachment_.placesRowsLater;
+        hasAddedHere_ = true;
         AddFile(attachment_, path, name, u"", typeName);
     }
 
@@ -99,7 +156,10 @@ private:
     PassScope pass_;
     Grid grid_;
     ResumeNext next_;
+    std::vector<Level> levels_; ///< from the project's folder inwards
+    std::u16string place_;      ///< full path of the folder at hand, with a closing "\"
     std::int32_t addedCount_ = 0;
+    bool hasAddedHere_ = false;
     bool hasRowsToPlace_ = false;
 };
 

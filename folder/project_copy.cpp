@@ -5,6 +5,7 @@
 #include "common/general.h"
 #include "folder/file_name.h"
 #include "folder/unc_conversion.h"
+#include "platform/literal_path.h"
 
 #include <utility>
 
@@ -171,7 +172,7 @@ std::optional<PlacedDocument> PlaceCopy(Attachment& attachment, const std::u16st
     std::optional<PlacedDocument> placed;
     next([&] {
         // A pattern as the source would copy more than one file.
-        if (!IsPlainFileName(name) || source.find_first_of(u"*?") != std::u16string::npos) {
+        if (!IsPlainFileName(name) || HoldsWildcards(source)) {
             throw Failure(failure_number::kInvalidArgument, u"No name for a file: " + name);
         }
         Copying copying(attachment, source, folder, name);

@@ -37,8 +37,12 @@ public:
     virtual ~Files() = default;
 
     /// Existence, kind and length in one query; nothing for a path that leads nowhere, cannot be
-    /// reached, is empty or holds wildcards.
+    /// reached, is empty or holds wildcards. Paths that begin with "\\?\" are taken as well.
     virtual std::optional<FileFacts> Query(std::u16string_view path) = 0;
+    /// The one form that all forms of a path have in common: absolute, with "\" for "/", each "."
+    /// and ".." resolved, no doubled "\", no dots or blanks at its end, and no closing "\" but a
+    /// drive's. Upper and lower case stay. "" for "". Nothing need be there.
+    virtual std::u16string FullPath(std::u16string_view path) = 0;
     /// Everything that lies directly in a folder. Failure when the folder cannot be listed.
     virtual FolderListing List(std::u16string_view folder) = 0;
     /// Creates one folder, not its parents. Failure when it is there already or cannot be created.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/file_classes.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -16,14 +18,10 @@ class Shell {
 public:
     virtual ~Shell() = default;
 
-    /// Place of the file's small icon in the system image list, counted from 0; 0 when the shell
-    /// knows nothing of the path.
-    virtual std::int32_t SmallIconIndex(std::u16string_view path) = 0;
-    /// The shell's name for the file's type; "" when there is none.
+    /// What files of one class have in common; for paths that are known to lead to a file.
+    virtual FileClasses& Classes() = 0;
+    /// The shell's name for the type of whatever a path leads to; "" when there is none.
     virtual std::u16string TypeName(std::u16string_view path) = 0;
-    /// True when files of this class carry icons of their own, so that one file's icon says nothing
-    /// about another's.
-    virtual bool HasOwnIcon(std::u16string_view path) = 0;
     /// Handle of the system image list of small icons as a number; 0 when there is none.
     virtual std::int64_t SmallIconList() = 0;
     /// Copies a file with the shell's own progress, confirmation and error dialogs.

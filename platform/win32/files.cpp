@@ -1,9 +1,12 @@
 #include "platform/win32/files.h"
 
 #include "automation/failure.h"
+#include "platform/literal_path.h"
 #include "platform/win32/owned.h"
 #include "platform/win32/system_text.h"
 #include "platform/win32/wide.h"
+
+#include <algorithm>
 
 namespace talvix {
 
@@ -11,7 +14,6 @@ namespace {
 
 /// Folders need room for an 8.3 name below them, so the classic limit bites 12 earlier.
 constexpr std::size_t kClassicLimit = 247;
-constexpr std::u16string_view kNeverInNames{u"*?\0", 3};
 
 std::int64_t LengthOf(DWORD high, DWORD low) {
     return static_cast<std::int64_t>((static_cast<std::uint64_t>(high) << 32U) | low);
@@ -29,15 +31,45 @@ void Take(const WIN32_FIND_DATAW& data, FolderListing& listing) {
     }
 }
 
+/// Without backslashes and slashes at the end, but the one of a drive.
+std::u16string WithoutClosing(std::u16string path) {
+    const std::size_t last = path.find_last_not_of(u"\\/");
+    if (last != std::u16string::npos) {
+        const bool isDrive = path[last] == u':' && last + 1 < path.size();
+        path.resize(last + (isDrive ? 2 : 1));
+    }
+    return path;
+}
+
 Failure Failed(DWORD error, std::u16string_view path) {
     return Failure(static_cast<std::int32_t>(HRESULT_FROM_WIN32(error)),
                    std::u16string(path) + u": " + SystemText(error));
 }
 
+/// As the system resolves it at one go.
+std::u16string ResolvedOnce(const std::u16string& path) {
+    if (path.empty()) {
+        return {};
+    }
+    std::u16string full(GetFullPathNameW(Wide(path), 0, nullptr, nullptr), u'\0');
+    const auto room = static_cast<DWORD>(full.size());
+    const DWORD units = GetFullPathNameW(Wide(path), room, WideBuffer(full), nullptr);
+    if (units == 0 || units >= room) {
+        throw Failed(GetLastError(), path);
+    }
+    full.resize(units);
+    // Some systems leave a doubled one behind a share's name.
+    const auto end = std::unique(full.begin() + 1, full.end(), [](char16_t left, char16_t right) {
+        return left == u'\\' && right == u'\\';
+    });
+    full.erase(end, full.end());
+    return full;
+}
+
 } // namespace
 
 std::u16string ExtendedPath(std::u16string_view path) {
-    if (path.size() <= kClassicLimit || path.starts_with(u"\\\\?\\")) {
+    if (path.size() <= kClassicLimit || path.starts_with(kLiteralMark)) {
         return std::u16string(path);
     }
     if (path.starts_with(u"\\\\")) {
@@ -47,7 +79,7 @@ std::u16string ExtendedPath(std::u16string_view path) {
 }
 
 std::optional<FileFacts> Win32Files::Query(std::u16string_view path) {
-    if (path.empty() || path.find_first_of(kNeverInNames) != std::u16string_view::npos) {
+    if (path.empty() || path.find(u'\0') != std::u16string_view::npos || HoldsWildcards(path)) {
         return std::nullopt;
     }
     WIN32_FILE_ATTRIBUTE_DATA data{};
@@ -56,6 +88,16 @@ std::optional<FileFacts> Win32Files::Query(std::u16string_view path) {
     }
     const bool isFolder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
     return FileFacts{isFolder, isFolder ? 0 : LengthOf(data.nFileSizeHigh, data.nFileSizeLow)};
+}
+
+std::u16string Win32Files::FullPath(std::u16string_view path) {
+    std::u16string full(path);
+    // What is taken off an end can bare another one: "a...\...".
+    for (std::u16string given; given != full;) {
+        given = WithoutClosing(std::move(full));
+        full = WithoutClosing(ResolvedOnce(given));
+    }
+    return full;
 }
 
 FolderListing Win32Files::List(std::u16string_view folder) {

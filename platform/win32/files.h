@@ -7,6 +7,7 @@ namespace talvix {
 class Win32Files : public Files {
 public:
     std::optional<FileFacts> Query(std::u16string_view path) override;
+    std::u16string FullPath(std::u16string_view path) override;
     FolderListing List(std::u16string_view folder) override;
     void CreateFolder(std::u16string_view path) override;
     Renamed Rename(std::u16string_view from, std::u16string_view to) override;

@@ -105,10 +105,10 @@ TEST(Win32Shell, NamesTypesAndNumbersIconsWithoutLosingHandles) {
     EXPECT_NE(shell.SmallIconList(), 0);
     const Holdings before = Holdings::Now(); // an icon holds two bitmaps
     for (int at = 0; at < 50; ++at) {
-        EXPECT_GE(shell.SmallIconIndex(path), 0);
+        EXPECT_GE(shell.Classes().IconIndex(path), 0);
     }
     EXPECT_LE(Holdings::Now().gdi, before.gdi + 5);
-    EXPECT_EQ(shell.SmallIconIndex(folder.Path() + u"\\fehlt.txt"), 0);
+    EXPECT_EQ(shell.TypeName(folder.Path() + u"\\fehlt.talvixneu"), u"");
 }
 
 TEST(Win32Timers, RunWhatWaitsAndKeepTheRequestToEnd) {
@@ -144,6 +144,47 @@ TEST(Win32Shell, AClassThatIsRegisteredAnewIsAskedAnew) {
     EXPECT_EQ(after, u"Probe-Dokument");
     Sleep(100);
     EXPECT_EQ(shell.TypeName(path), before);
+}
+
+TEST(Win32Shell, TheUsersOwnChoiceOfAProgramIsSeen) {
+    Win32Shell shell;
+    const TemporaryFolder folder;
+    const std::u16string path = folder.Make(u"probe.talvixchoice", 1);
+    const std::wstring choices =
+        L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\FileExts";
+    const std::wstring extension = choices + L"\\.talvixchoice";
+    const std::wstring icon = L"Software\\Classes\\TalvixOwnIcon";
+    RegSetValueW(HKEY_LOCAL_MACHINE, (icon + L"\\DefaultIcon").c_str(), REG_SZ, L"%1", 0);
+    const auto putText = [](const std::wstring& key, const wchar_t* name, const wchar_t* text) {
+        OwnedKey opened;
+        RegCreateKeyExW(HKEY_CURRENT_USER, key.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr,
+                        opened.Out(), nullptr);
+        RegSetValueExW(opened.Get(), name, 0, REG_SZ, reinterpret_cast<const BYTE*>(text),
+                       static_cast<DWORD>((wcslen(text) + 1) * sizeof(wchar_t)));
+        Sleep(100); // longer than an answer holds
+    };
+    EXPECT_FALSE(shell.Classes().HasOwnIcon(path));
+    putText(extension + L"\\UserChoice", L"ProgId", L"TalvixOwnIcon");
+    EXPECT_TRUE(shell.Classes().HasOwnIcon(path)) << "always open with";
+    RegDeleteKeyW(HKEY_CURRENT_USER, (extension + L"\\UserChoice").c_str());
+    Sleep(100);
+    EXPECT_FALSE(shell.Classes().HasOwnIcon(path)) << "no longer";
+    putText(extension + L"\\OpenWithProgids", L"TalvixOwnIcon", L"");
+    EXPECT_TRUE(shell.Classes().HasOwnIcon(path)) << "one of those it may be opened with";
+    for (const std::wstring& key : {extension + L"\\OpenWithProgids", extension}) {
+        RegDeleteKeyW(HKEY_CURRENT_USER, key.c_str());
+    }
+    RegDeleteKeyW(HKEY_LOCAL_MACHINE, (icon + L"\\DefaultIcon").c_str());
+    RegDeleteKeyW(HKEY_LOCAL_MACHINE, icon.c_str());
+}
+
+TEST(Win32Shell, CopiesWhatLiesAtAPathThatIsTakenAsItStands) {
+    Win32Shell shell;
+    const TemporaryFolder folder;
+    const std::u16string source = folder.Make(u"a.txt", 5);
+    const std::u16string target = folder.Path() + u"\\b.txt";
+    EXPECT_EQ(shell.Copy(u"\\\\?\\" + source, target).result, 0);
+    EXPECT_EQ(Win32Files().Query(target), (FileFacts{false, 5}));
 }
 
 TEST(Win32Network, ASharedFolderIsSeenAsSoonAsItIsShared) {

@@ -161,6 +161,54 @@ TEST(Registration, PerUserWritesTheSameKeysForTheUser) {
     }
 }
 
+TEST(Registration, PerUserLeavesNoKeyThatWasNotThereBefore) {
+    for (const wchar_t* empty : {L"CLSID", L"TypeLib", L"Interface"}) {
+        RegDeleteKeyW(HKEY_CURRENT_USER, (std::wstring(L"Software\\Classes\\") + empty).c_str());
+    }
+    const std::vector<std::u16string> before = RegistrySnapshot(HKEY_CURRENT_USER, {u""});
+    for (const Product& product : kProducts) {
+        ASSERT_EQ(Install(product, TRUE, L"user"), S_OK);
+    }
+    EXPECT_GT(RegistrySnapshot(HKEY_CURRENT_USER, {u""}).size(), before.size() + 40);
+    for (const Product& product : kProducts) {
+        ASSERT_EQ(Install(product, FALSE, L"user"), S_OK);
+    }
+    EXPECT_EQ(RegistrySnapshot(HKEY_CURRENT_USER, {u""}), before);
+}
+
+TEST(Registration, AFailureLeavesWhatWasThereBefore) {
+    const std::u16string tooLong(300, u'x'); // names of keys have at most 255 characters
+    const auto entriesOf = [&](std::u16string_view module, bool fails) {
+        std::vector<RegistrationEntry> entries = {
+            {u"TalvixProbe.Ding", u"", u"Ein Ding", true},
+            {u"TalvixProbe.Ding\\CLSID", u"", u"{C}", true},
+            {u"TalvixProbe.Ding\\Server", u"", std::u16string(module), false}};
+        if (fails) {
+            entries.push_back({u"TalvixProbe.Ding\\Neu\\Innen", u"Wert", u"x", false});
+            entries.push_back({u"TalvixProbe.Ding\\" + tooLong, u"", u"x", false});
+        }
+        return entries;
+    };
+    const auto snapshot = [] { return RegistrySnapshot(HKEY_CURRENT_USER, {u"TalvixProbe.Ding"}); };
+    constexpr RegistrationScope kUser = RegistrationScope::User;
+    EXPECT_TRUE(FAILED(WriteRegistration(entriesOf(u"C:\\alt.dll", true), kUser)));
+    EXPECT_TRUE(snapshot().empty()) << "of a first registration nothing stays";
+    ASSERT_EQ(WriteRegistration(entriesOf(u"C:\\alt.dll", false), kUser), S_OK);
+    OwnedKey foreign;
+    RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\Classes\\TalvixProbe.Ding\\Server", 0, nullptr,
+                    0, KEY_WRITE, nullptr, foreign.Out(), nullptr);
+    const DWORD number = 7; // what others have put in place of a text comes back as it was
+    RegSetValueExW(foreign.Get(), nullptr, 0, REG_DWORD, reinterpret_cast<const BYTE*>(&number),
+                   sizeof number);
+    const std::vector<std::u16string> before = snapshot();
+    ASSERT_GE(before.size(), 3U);
+    EXPECT_TRUE(FAILED(WriteRegistration(entriesOf(u"D:\\neu.dll", true), kUser)));
+    EXPECT_EQ(snapshot(), before) << "of a second one the first stays";
+    foreign.Reset();
+    RemoveRegistration(entriesOf(u"C:\\alt.dll", false), kUser);
+    EXPECT_TRUE(snapshot().empty());
+}
+
 TEST(Registration, ProgramIdsLeadToTheClassWithAndWithoutVersion) {
     for (const Product& product : kProducts) {
         for (const std::u16string& name :
@@ -225,6 +273,23 @@ TEST(Unloading, IsRefusedWhileAnythingLives) {
         }
         EXPECT_EQ(canUnload(), S_OK);
         FreeLibrary(module);
+    }
+}
+
+TEST(Unloading, AServerWithoutObjectsGoesWithItsLastHandle) {
+    const TemporaryFolder folder;
+    for (const Product& product : kProducts) {
+        const std::u16string copy = folder.Path() + u"\\" + product.file; // nobody else's
+        ASSERT_NE(CopyFileW(Wide(ProductFolder() + product.file), Wide(copy), TRUE), FALSE);
+        HMODULE module = LoadLibraryW(Wide(copy));
+        ASSERT_NE(module, nullptr);
+        using Export = HRESULT(WINAPI*)();
+        const auto canUnload = reinterpret_cast<Export>(
+            reinterpret_cast<void*>(GetProcAddress(module, "DllCanUnloadNow")));
+        EXPECT_EQ(canUnload(), S_OK);
+        EXPECT_EQ(GetModuleHandleW(Wide(copy)), module);
+        FreeLibrary(module);
+        EXPECT_EQ(GetModuleHandleW(Wide(copy)), nullptr);
     }
 }
 

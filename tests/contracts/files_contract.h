@@ -1,6 +1,7 @@
 #pragma once
 
 #include "automation/failure.h"
+#include "automation/text.h"
 #include "platform/files.h"
 
 #include <gtest/gtest.h>
@@ -42,6 +43,58 @@ TYPED_TEST_P(FilesContract, QueryOfWhatIsNotThereIsNothing) {
         EXPECT_FALSE(this->rig.Port().Query(this->At(name)));
     }
     EXPECT_FALSE(this->rig.Port().Query(u""));
+}
+
+TYPED_TEST_P(FilesContract, APathThatIsTakenAsItStandsLeadsToTheSameFile) {
+    this->rig.Make(u"Größe.txt", 1234);
+    this->rig.MakeFolder(u"Ordner");
+    Files& files = this->rig.Port();
+    const std::u16string mark = u"\\\\?\\";
+    const auto file = files.Query(mark + this->At(u"Größe.txt"));
+    ASSERT_TRUE(file);
+    EXPECT_EQ(*file, (FileFacts{false, 1234}));
+    const auto folder = files.Query(mark + this->At(u"Ordner"));
+    ASSERT_TRUE(folder);
+    EXPECT_TRUE(folder->isFolder);
+    for (const auto* name : {u"fehlt.txt", u"*.txt", u"Gr?ße.txt"}) {
+        EXPECT_FALSE(files.Query(mark + this->At(name)));
+    }
+    EXPECT_FALSE(files.Query(mark));
+    EXPECT_EQ(files.List(mark + this->rig.Folder()).files.size(), 1U);
+}
+
+TYPED_TEST_P(FilesContract, AllFormsOfAPathHaveOneFullForm) {
+    Files& files = this->rig.Port();
+    const std::u16string same = this->At(u"Ort\\Ä b");
+    for (const auto* form :
+         {u"Ort\\Ä b", u"Ort/Ä b", u"Ort\\\\Ä b", u"Ort\\Ä b\\", u"Ort/Ä b//", u"Ort\\.\\Ä b",
+          u"x\\..\\Ort\\Ä b", u"Ort\\Ä b\\x\\..", u"Ort\\Ä b\\.", u"Ort\\Ä b.", u"Ort\\Ä b ",
+          u"Ort\\Ä b. .", u"Ort\\Ä b. \\", u"Ort.\\Ä b", u"Ort\\Ä b\\...", u".\\Ort\\Ä b"}) {
+        EXPECT_EQ(files.FullPath(this->At(form)), same) << ToUtf8(form);
+    }
+    EXPECT_EQ(files.FullPath(this->At(u"ORT")), this->At(u"ORT"));
+    EXPECT_EQ(files.FullPath(this->At(u"a.txt")), this->At(u"a.txt"));
+    EXPECT_EQ(files.FullPath(this->At(u".a")), this->At(u".a"));
+}
+
+TYPED_TEST_P(FilesContract, FullFormsBeginWithADriveOrAShare) {
+    Files& files = this->rig.Port();
+    const std::u16string current = files.CurrentFolder();
+    const std::u16string start = current.ends_with(u'\\') ? current : current + u"\\";
+    EXPECT_EQ(files.FullPath(u"Ort\\x"), start + u"Ort\\x");
+    EXPECT_EQ(files.FullPath(u"."), current);
+    EXPECT_EQ(files.FullPath(u"\\Ort"), current.substr(0, 2) + u"\\Ort");
+    EXPECT_EQ(files.FullPath(current.substr(0, 2) + u"Ort"), start + u"Ort");
+    for (const auto* root : {u"C:\\", u"C:/", u"C:\\..", u"C:\\\\", u"C:\\x\\..\\..\\"}) {
+        EXPECT_EQ(files.FullPath(root), u"C:\\") << ToUtf8(root);
+    }
+    for (const auto* share : {u"\\\\srv\\daten", u"//srv/daten/", u"\\\\srv\\daten\\x\\..",
+                              u"\\\\srv\\daten\\..\\.."}) {
+        EXPECT_EQ(files.FullPath(share), u"\\\\srv\\daten") << ToUtf8(share);
+    }
+    EXPECT_EQ(files.FullPath(u"\\\\srv\\daten\\\\P\\.\\a"), u"\\\\srv\\daten\\P\\a");
+    EXPECT_EQ(files.FullPath(u"\\\\?\\C:\\Ort"), u"\\\\?\\C:\\Ort");
+    EXPECT_EQ(files.FullPath(u""), u"");
 }
 
 TYPED_TEST_P(FilesContract, ListTellsFilesAndFoldersApart) {
@@ -104,9 +157,11 @@ TYPED_TEST_P(FilesContract, TheTemporaryFolderHasNoClosingBackslash) {
 }
 
 REGISTER_TYPED_TEST_SUITE_P(FilesContract, QueryTellsExistenceKindAndLength,
-                            QueryOfWhatIsNotThereIsNothing, ListTellsFilesAndFoldersApart,
-                            AFolderThatIsNotThereCannotBeListed, CreatesOneFolderAndNotItsParents,
-                            RenamesWithoutEverReplacing, RemovesAFile,
-                            TheTemporaryFolderHasNoClosingBackslash);
+                            QueryOfWhatIsNotThereIsNothing,
+                            APathThatIsTakenAsItStandsLeadsToTheSameFile,
+                            AllFormsOfAPathHaveOneFullForm, FullFormsBeginWithADriveOrAShare,
+                            ListTellsFilesAndFoldersApart, AFolderThatIsNotThereCannotBeListed,
+                            CreatesOneFolderAndNotItsParents, RenamesWithoutEverReplacing,
+                            RemovesAFile, TheTemporaryFolderHasNoClosingBackslash);
 
 } // namespace talvix

@@ -18,16 +18,24 @@ TYPED_TEST_SUITE_P(ShellContract);
 TYPED_TEST_P(ShellContract, FilesHaveATypeNameAndAnIconPlace) {
     const std::u16string path = this->rig.File(u"Größe.txt");
     EXPECT_NE(this->rig.Port().TypeName(path), u"");
-    EXPECT_GE(this->rig.Port().SmallIconIndex(path), 0);
-    EXPECT_EQ(this->rig.Port().SmallIconIndex(path), this->rig.Port().SmallIconIndex(path));
+    EXPECT_GE(this->rig.Port().Classes().IconIndex(path), 0);
+    EXPECT_EQ(this->rig.Port().Classes().IconIndex(path),
+              this->rig.Port().Classes().IconIndex(path));
     EXPECT_EQ(this->rig.Port().TypeName(path),
               this->rig.Port().TypeName(this->rig.File(u"andere.txt")));
 }
 
 TYPED_TEST_P(ShellContract, ProgramsAndNamesWithoutExtensionHaveIconsOfTheirOwn) {
-    EXPECT_TRUE(this->rig.Port().HasOwnIcon(this->rig.File(u"setup.exe")));
-    EXPECT_TRUE(this->rig.Port().HasOwnIcon(this->rig.File(u"README")));
-    EXPECT_FALSE(this->rig.Port().HasOwnIcon(this->rig.File(u"a.txt")));
+    EXPECT_TRUE(this->rig.Port().Classes().HasOwnIcon(this->rig.File(u"setup.exe")));
+    EXPECT_TRUE(this->rig.Port().Classes().HasOwnIcon(this->rig.File(u"README")));
+    EXPECT_FALSE(this->rig.Port().Classes().HasOwnIcon(this->rig.File(u"a.txt")));
+}
+
+TYPED_TEST_P(ShellContract, ATypeHasOneNameForTheRowsAndForTheDialog) {
+    for (const auto* name : {u"a.txt", u"setup.exe", u"README"}) {
+        const std::u16string path = this->rig.File(name);
+        EXPECT_EQ(this->rig.Port().TypeName(path), this->rig.Port().Classes().TypeName(path));
+    }
 }
 
 TYPED_TEST_P(ShellContract, ThereIsASystemImageList) {
@@ -46,6 +54,7 @@ TYPED_TEST_P(ShellContract, CopiesAFileToANewName) {
 
 REGISTER_TYPED_TEST_SUITE_P(ShellContract, FilesHaveATypeNameAndAnIconPlace,
                             ProgramsAndNamesWithoutExtensionHaveIconsOfTheirOwn,
-                            ThereIsASystemImageList, CopiesAFileToANewName);
+                            ATypeHasOneNameForTheRowsAndForTheDialog, ThereIsASystemImageList,
+                            CopiesAFileToANewName);
 
 } // namespace talvix

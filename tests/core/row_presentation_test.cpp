@@ -134,6 +134,19 @@ TEST(RowPresentation, AsksTheShellOncePerClassOfFileInOnePass) {
     EXPECT_EQ(rig.fakes.journal.Count(u"icon"), 4U);
 }
 
+TEST(RowPresentation, AClassThatHasChangedIsAskedForAgain) {
+    PresentationRig rig;
+    rig.fakes.files.MakeFile(u"P:\\Proj\\a.doc", 1);
+    rig.AddRow(0, u"P:\\Proj\\a.doc");
+    rig.Present();
+    EXPECT_EQ(rig.fakes.journal.Count(u"icon"), 1U);
+    rig.Present();
+    EXPECT_EQ(rig.fakes.journal.Count(u"icon"), 0U);
+    rig.fakes.shell.answers.haveChanged = true;
+    rig.Present();
+    EXPECT_EQ(rig.fakes.journal.Count(u"icon"), 1U);
+}
+
 TEST(RowPresentation, ANetworkRootThatDoesNotAnswerIsAskedOnceInOnePass) {
     PresentationRig rig;
     rig.fakes.files.silentRoots.insert(u"\\\\TOT\\DATEN");
@@ -142,6 +155,24 @@ TEST(RowPresentation, ANetworkRootThatDoesNotAnswerIsAskedOnceInOnePass) {
     }
     rig.Present();
     EXPECT_EQ(rig.fakes.journal.Count(u"query"), 2U);
+}
+
+TEST(RowPresentation, PathsThatAreTakenAsTheyStandHaveTheRootsOfTheirPlaces) {
+    PresentationRig rig;
+    rig.fakes.files.silentRoots.insert(u"\\\\TOT\\DATEN");
+    rig.fakes.files.MakeFile(u"P:\\Proj\\a.doc", 5000);
+    rig.AddRow(0, u"\\\\?\\P:\\Proj\\fort.doc");
+    rig.AddRow(0, u"\\\\?\\P:\\Proj\\a.doc");
+    for (int at = 0; at < 5; ++at) {
+        rig.AddRow(0, u"\\\\?\\UNC\\tot\\daten\\" + DecimalText(at) + u".doc");
+    }
+    rig.AddRow(0, u"\\\\.\\P:\\fort.doc");
+    rig.Present();
+    EXPECT_EQ(rig.Cell(2, u"ItemSize"), Value(u"5 KB"));
+    EXPECT_EQ(rig.LinesOf({u"query"}),
+              Lines({u"query \\\\?\\P:\\Proj\\fort.doc", u"query \\\\?\\P:\\Proj\\a.doc",
+                     u"query \\\\?\\UNC\\tot\\daten\\0.doc", u"query \\\\?\\UNC\\tot\\daten",
+                     u"query \\\\.\\P:\\fort.doc"}));
 }
 
 TEST(RowPresentation, AFolderWhereSeveralFilesAreMissingIsListedOnce) {

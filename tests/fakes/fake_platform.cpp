@@ -2,7 +2,9 @@
 
 #include "automation/failure.h"
 #include "automation/text.h"
+#include "platform/literal_path.h"
 #include "tests/fakes/expando.h"
+#include "tests/fakes/full_path.h"
 
 namespace talvix {
 
@@ -30,7 +32,9 @@ std::u16string RegistryKey(std::uint32_t root, std::u16string_view key, std::u16
 
 } // namespace
 
-std::u16string FakeFiles::Key(std::u16string_view path) const {
+std::u16string FakeFiles::Key(std::u16string_view given) const {
+    const std::u16string plain = PlainPath(given);
+    std::u16string_view path = plain;
     while (path.size() > 3 && path.back() == u'\\') {
         path.remove_suffix(1);
     }
@@ -61,8 +65,18 @@ std::optional<FileFacts> FakeFiles::Query(std::u16string_view path) {
     return found == entries_.end() ? std::nullopt : std::optional(found->second.facts);
 }
 
+std::u16string FakeFiles::FullPath(std::u16string_view path) {
+    journal_.Step(u"full path");
+    return pathsAreFull ? std::u16string(path) : FullPathOf(path, CurrentFolder());
+}
+
 FolderListing FakeFiles::List(std::u16string_view folder) {
     journal_.Step(u"list");
+    if (onList) {
+        if (auto listing = onList(folder)) {
+            return *std::move(listing);
+        }
+    }
     const std::u16string key = Key(folder);
     if (!entries_.contains(key)) {
         throw Failure(failure_number::kInvalidArgument,
@@ -144,20 +158,26 @@ bool FakeFiles::CopyFile(std::u16string_view source, std::u16string_view target)
     return true;
 }
 
-std::int32_t FakeShell::SmallIconIndex(std::u16string_view path) {
+std::optional<std::int32_t> FakeFileAnswers::AskForIcon(std::u16string_view path) {
     journal_.Step(u"icon");
     journal_.Write(u"icon " + std::u16string(path));
+    if (unknown.contains(std::u16string(path))) {
+        return std::nullopt;
+    }
     return ExtensionOf(path) == u"doc" ? 3 : 7;
 }
 
-std::u16string FakeShell::TypeName(std::u16string_view path) {
+std::optional<std::u16string> FakeFileAnswers::AskForTypeName(std::u16string_view path) {
     journal_.Step(u"type");
     journal_.Write(u"type " + std::u16string(path));
     const std::u16string_view extension = ExtensionOf(path);
-    return extension.empty() ? std::u16string() : std::u16string(extension) + u"-Datei";
+    if (extension.empty() || unknown.contains(std::u16string(path))) {
+        return std::nullopt;
+    }
+    return std::u16string(extension) + u"-Datei";
 }
 
-bool FakeShell::HasOwnIcon(std::u16string_view path) {
+bool FakeFileAnswers::CarriesOwnIcon(std::u16string_view path) {
     journal_.Step(u"own icon");
     return ExtensionOf(path).empty() || ExtensionOf(path) == u"exe";
 }

@@ -10,6 +10,7 @@
 #include <functional>
 #include <map>
 #include <set>
+#include <utility>
 
 namespace talvix {
 
@@ -21,6 +22,7 @@ public:
     void MakeFolder(std::u16string_view path);
     void Clear() { entries_.clear(); }
     std::optional<FileFacts> Query(std::u16string_view path) override;
+    std::u16string FullPath(std::u16string_view path) override;
     FolderListing List(std::u16string_view folder) override;
     void CreateFolder(std::u16string_view path) override;
     Renamed Rename(std::u16string_view from, std::u16string_view to) override;
@@ -32,6 +34,9 @@ public:
     std::set<std::u16string> links;       ///< upper-case paths of links to files
     std::set<std::u16string> silentRoots; ///< upper-case network roots that do not answer
     std::set<std::u16string> readOnly;    ///< upper-case folders that take nothing new
+    bool pathsAreFull = false; ///< all paths count as such, which spares long ones the work
+    /// Lists folders in place of what was made; nothing for those that it does not know.
+    std::function<std::optional<FolderListing>(std::u16string_view folder)> onList;
     /// Runs before a rename, as somebody else on the network might.
     std::function<void(std::u16string_view to)> beforeRename;
 
@@ -40,19 +45,33 @@ private:
         std::u16string path;
         FileFacts facts;
     };
-    std::u16string Key(std::u16string_view path) const;
+    std::u16string Key(std::u16string_view given) const;
     bool TakesNew(std::u16string_view path) const;
     Journal& journal_;
     FakeCulture culture_;
     std::map<std::u16string, Entry> entries_;
 };
 
+class FakeFileAnswers : public FileAnswers {
+public:
+    explicit FakeFileAnswers(Journal& journal) : journal_(journal) {}
+    std::optional<std::int32_t> AskForIcon(std::u16string_view path) override;
+    std::optional<std::u16string> AskForTypeName(std::u16string_view path) override;
+    bool CarriesOwnIcon(std::u16string_view path) override;
+    bool HaveClassesChanged() override { return std::exchange(haveChanged, false); }
+    bool haveChanged = false;
+    std::set<std::u16string> unknown; ///< paths that the system knows nothing of
+
+private:
+    Journal& journal_;
+};
+
 class FakeShell : public Shell {
 public:
-    FakeShell(Journal& journal, FakeFiles& files) : journal_(journal), files_(files) {}
-    std::int32_t SmallIconIndex(std::u16string_view path) override;
-    std::u16string TypeName(std::u16string_view path) override;
-    bool HasOwnIcon(std::u16string_view path) override;
+    FakeShell(Journal& journal, FakeFiles& files)
+        : answers(journal), journal_(journal), files_(files) {}
+    FileClasses& Classes() override { return classes_; }
+    std::u16string TypeName(std::u16string_view path) override { return classes_.TypeName(path); }
     std::int64_t SmallIconList() override;
     ShellCopy Copy(std::u16string_view source, std::u16string_view target) override;
     void Open(std::u16string_view what, std::u16string_view workingFolder) override;
@@ -61,9 +80,12 @@ public:
     bool replaces = false;
     std::int32_t copyResult = 0; ///< another number makes every copy fail
 
+    FakeFileAnswers answers;
+
 private:
     Journal& journal_;
     FakeFiles& files_;
+    FileClasses classes_{answers};
 };
 
 class FakeRegistry : public Registry {

@@ -53,6 +53,131 @@ TEST(FolderImport, AFileListedUnderAnotherFormOfItsPathIsAddedAgain) {
     EXPECT_EQ(rig.RowCount(), 2);
 }
 
+TEST(FolderImport, FilesHaveTheSamePathInWhateverFormTheirFolderIsKept) {
+    struct Case {
+        const char16_t* folder;
+        const char16_t* shownFolder; ///< of a file in "Sub": what is not in the folder's form stays
+    };
+    const Case cases[] = {{u"P:\\Proj", u"\\Sub"},
+                          {u"P:\\Proj\\", u"Sub"},
+                          {u"p:\\PROJ", u"\\Sub"},
+                          {u"P:/Proj", u"P:\\Proj\\Sub"},
+                          {u"P:\\Proj\\Sub\\..", u"P:\\Proj\\Sub"},
+                          {u"P:\\Proj\\.", u"P:\\Proj\\Sub"},
+                          {u"P:\\\\Proj", u"P:\\Proj\\Sub"},
+                          {u"P:\\Proj.", u"P:\\Proj\\Sub"},
+                          {u"P:\\Proj. .\\", u"P:\\Proj\\Sub"},
+                          {u"P:\\Neu\\..\\Proj\\\\", u"P:\\Proj\\Sub"}};
+    for (const Case& each : cases) {
+        SCOPED_TRACE(ToUtf8(each.folder));
+        ImportRig rig;
+        rig.fakes.files.MakeFile(u"P:\\Proj\\a.doc", 5000);
+        rig.fakes.files.MakeFile(u"P:\\Proj\\Sub\\b.doc", 1);
+        rig.SetFolder(each.folder);
+        rig.main->AddFilesFromProjectFolderEvent();
+        ASSERT_EQ(rig.RowCount(), 2);
+        const bool isOtherCase = each.folder[0] == u'p';
+        EXPECT_EQ(rig.Cell(1, u"PhysicalStore1"),
+                  Value(isOtherCase ? u"p:\\PROJ\\a.doc" : u"P:\\Proj\\a.doc"));
+        EXPECT_EQ(rig.Cell(1, u"ItemSize"), Value(u"5 KB"));
+        EXPECT_EQ(rig.Cell(2, u"PhysicalStore2"), Value(each.shownFolder));
+        rig.SetFolder(u"P:\\Proj");
+        rig.main->AddFilesFromProjectFolderEvent();
+        EXPECT_EQ(rig.RowCount(), 2) << "they are known again";
+    }
+}
+
+TEST(FolderImport, AFolderWithoutDriveLiesInTheCurrentOne) {
+    ImportRig rig;
+    rig.fakes.files.MakeFile(u"C:\\Start\\Proj\\Sub\\b.doc", 1);
+    rig.SetFolder(u"Proj");
+    rig.main->AddFilesFromProjectFolderEvent();
+    ASSERT_EQ(rig.RowCount(), 1);
+    EXPECT_EQ(rig.Cell(1, u"PhysicalStore1"), Value(u"C:\\Start\\Proj\\Sub\\b.doc"));
+}
+
+TEST(FolderImport, SubFoldersAreThoseThatAreThereAfterTheFiles) {
+    ImportRig rig;
+    FakeFiles& files = rig.fakes.files;
+    files.MakeFile(u"P:\\Proj\\a.doc", 1);
+    files.MakeFolder(u"P:\\Proj\\Alt");
+    rig.managing->On(u"GetNextID", [&](std::span<const Value>) -> Value {
+        if (rig.nextId++ == 100) {
+            files.MakeFile(u"P:\\Proj\\Neu\\b.doc", 1);
+            files.Remove(u"P:\\Proj\\Alt");
+        }
+        return rig.nextId;
+    });
+    rig.fakes.journal.Clear();
+    rig.main->AddFilesFromProjectFolderEvent();
+    ASSERT_EQ(rig.RowCount(), 2);
+    EXPECT_EQ(rig.Cell(2, u"PhysicalStore1"), Value(u"P:\\Proj\\Neu\\b.doc"));
+    EXPECT_EQ(rig.fakes.journal.Count(u"pump"), 1U);
+    EXPECT_EQ(rig.fakes.journal.Count(u"list P:\\Proj\\Alt"), 0U);
+}
+
+TEST(FolderImport, FoldersAreReadInDepthFirstEachAfterItsPump) {
+    ImportRig rig;
+    for (const auto* name : {u"a\\c\\1.doc", u"a\\d\\2.doc", u"b\\3.doc"}) {
+        rig.fakes.files.MakeFile(std::u16string(u"P:\\Proj\\") + name, 1);
+    }
+    rig.fakes.journal.Clear();
+    rig.main->SetStopImport(false);
+    int pumps = 0;
+    rig.fakes.timers.onPending = [&] {
+        ++pumps;
+        rig.main->SetStopImport(pumps == 3); // before "d"; whoever goes on takes it back
+    };
+    rig.main->AddFilesFromProjectFolderEvent();
+    EXPECT_EQ(rig.LinesOf({u"list ", u"pump"}),
+              Lines({u"list P:\\Proj\\", u"pump", u"list P:\\Proj\\a\\", u"pump",
+                     u"list P:\\Proj\\a\\c\\", u"list P:\\Proj\\a\\c\\", u"pump", u"pump",
+                     u"list P:\\Proj\\b\\", u"list P:\\Proj\\b\\"}));
+    EXPECT_EQ(rig.RowCount(), 2);
+}
+
+TEST(FolderImport, AFolderThatLeadsOutOfTheProjectsFolderIsNotRead) {
+    ImportRig rig;
+    rig.fakes.files.MakeFile(u"P:\\fremd.doc", 1);
+    rig.fakes.files.onList = [](std::u16string_view folder) -> std::optional<FolderListing> {
+        if (folder == u"P:\\Proj\\") {
+            return FolderListing{{}, {u"..", u"x"}, true};
+        }
+        return std::nullopt;
+    };
+    rig.fakes.files.MakeFile(u"P:\\Proj\\x\\a.doc", 1);
+    rig.main->AddFilesFromProjectFolderEvent();
+    ASSERT_EQ(rig.RowCount(), 1);
+    EXPECT_EQ(rig.Cell(1, u"Subject"), Value(u"a.doc"));
+}
+
+TEST(FolderImport, AFolderThatTheSystemTakesForTheOneAroundItIsNotReadForEver) {
+    ImportRig rig;
+    rig.fakes.files.onList = [](std::u16string_view) {
+        return FolderListing{{{u"a.doc", FileFacts{false, 1}}}, {u"...", u" "}, true};
+    };
+    rig.main->AddFilesFromProjectFolderEvent();
+    EXPECT_EQ(rig.RowCount(), 1);
+    EXPECT_EQ(rig.fakes.journal.Count(u"pump"), 2U);
+}
+
+TEST(FolderImport, ATreeOfTenThousandLevelsIsReadToItsEnd) {
+    ImportRig rig;
+    rig.fakes.files.pathsAreFull = true;
+    int levels = 10000;
+    rig.fakes.files.onList = [&](std::u16string_view) -> std::optional<FolderListing> {
+        if (levels == 0) {
+            return FolderListing{{{u"tief.doc", FileFacts{false, 1}}}, {}, true};
+        }
+        --levels;
+        return FolderListing{{}, {u"x"}, true};
+    };
+    rig.main->AddFilesFromProjectFolderEvent();
+    ASSERT_EQ(rig.RowCount(), 1);
+    EXPECT_EQ(rig.Cell(1, u"Subject"), Value(u"tief.doc"));
+    EXPECT_EQ(rig.fakes.journal.Count(u"pump"), 10000U);
+}
+
 TEST(FolderImport, AnEmptyFolderAddsNothingAndDoesNotSave) {
     ImportRig rig;
     rig.main->AddFilesFromProjectFolderEvent();

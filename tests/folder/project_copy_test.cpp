@@ -160,6 +160,14 @@ TEST(CopyToProjectFolder, HostileTargetNamesCountAsFailedCopies) {
     }
 }
 
+TEST(CopyToProjectFolder, TheMarkOfAPathThatIsTakenAsItStandsIsNoPattern) {
+    CopyRig rig;
+    rig.Copy(u"\\\\?\\C:\\Quelle\\Bericht.doc");
+    EXPECT_EQ(rig.RowCount(), 1);
+    rig.Copy(u"\\\\?\\C:\\Quelle\\B?richt.doc", u"", u"a.doc");
+    EXPECT_EQ(rig.RowCount(), 1);
+}
+
 TEST(CopyToProjectFolder, BothPathsAreInNetworkForm) {
     CopyRig rig;
     rig.fakes.network.drives = {{u"P:", u"\\\\srv\\projekte"}, {u"C:", u"\\\\pc\\c"}};

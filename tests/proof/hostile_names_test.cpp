@@ -53,8 +53,9 @@ void ImportNames(unsigned seed, std::size_t names) {
     ProofRandom random(seed);
     for (std::size_t at = 0; at < names; ++at) {
         std::u16string name = HostileName(random);
-        std::erase_if(name, [](char16_t each) { return each == u'\\' || each == u'\0'; });
-        if (!name.empty()) {
+        std::erase_if(name,
+                      [](char16_t each) { return each == u'\\' || each == u'/' || each == u'\0'; });
+        if (!name.empty() && name != u"." && name != u"..") {
             rig.fakes.files.MakeFile(
                 random.OneIn(3) ? u"P:\\Proj\\" + name + u"\\x.txt" : u"P:\\Proj\\" + name, 1);
         }

@@ -6,6 +6,8 @@
 #include <objbase.h>
 
 #include <algorithm>
+#include <iterator>
+#include <vector>
 
 namespace talvix {
 
@@ -42,9 +44,21 @@ KeyContent ContentOf(HKEY key) {
     return content;
 }
 
-/// Removes keys from `path` upwards, as long as they hold nothing.
-void RemoveEmptyKeys(std::u16string path, RegistrationScope scope) {
-    while (!path.empty()) {
+bool IsThere(const std::u16string& path, RegistrationScope scope) {
+    OwnedKey key;
+    return RegOpenKeyExW(RootOf(scope), Wide(kClasses + path), 0, KEY_READ, key.Out()) ==
+           ERROR_SUCCESS;
+}
+
+/// "" above the topmost key.
+std::u16string KeyAbove(const std::u16string& path) {
+    const std::size_t end = path.rfind(u'\\');
+    return path.substr(0, end == std::u16string::npos ? 0 : end);
+}
+
+/// Removes keys from `path` upwards to `top`, as long as they hold nothing.
+void RemoveEmptyKeys(std::u16string path, std::u16string_view top, RegistrationScope scope) {
+    for (; !path.empty() && path.size() >= top.size(); path = KeyAbove(path)) {
         const std::u16string full = kClasses + path;
         OwnedKey key;
         if (RegOpenKeyExW(RootOf(scope), Wide(full), 0, KEY_READ, key.Out()) == ERROR_SUCCESS) {
@@ -55,11 +69,68 @@ void RemoveEmptyKeys(std::u16string path, RegistrationScope scope) {
             key.Reset();
             RegDeleteKeyW(RootOf(scope), Wide(full));
         }
-        const std::size_t up = path.rfind(u'\\');
-        path.resize(up == std::u16string::npos ? 0 : up);
-        if (path == u"CLSID" || path == u"TypeLib") {
-            return; // the system's own
+    }
+}
+
+/// The keys that hold all classes are the machine's own; a user may have had none of them.
+std::u16string TopOfOurs(const std::u16string& path, RegistrationScope scope) {
+    const std::size_t first = path.find(u'\\');
+    const std::u16string top = path.substr(0, first);
+    const bool isShared = top == u"CLSID" || top == u"TypeLib" || top == u"Interface";
+    return scope == RegistrationScope::Machine && isShared && first != std::u16string::npos
+               ? path.substr(0, path.find(u'\\', first + 1))
+               : top;
+}
+
+/// What a 32-bit server writes for a user lies below a key of its own.
+void RemoveEmptyView(RegistrationScope scope) {
+    if (scope == RegistrationScope::User) {
+        RemoveEmptyKeys(u"Wow6432Node", {}, scope);
+    }
+}
+
+/// What stood in an entry's place before it was written.
+struct Former {
+    std::u16string missing; ///< the topmost key that was not there; "" when all were
+    bool hadValue = false;
+    DWORD type = REG_NONE;
+    std::vector<BYTE> data;
+};
+
+Former FormerOf(const RegistrationEntry& entry, RegistrationScope scope) {
+    Former former;
+    for (std::u16string path = entry.key; !path.empty() && !IsThere(path, scope);
+         path = KeyAbove(path)) {
+        former.missing = path;
+    }
+    OwnedKey key;
+    DWORD bytes = 0;
+    if (RegOpenKeyExW(RootOf(scope), Wide(kClasses + entry.key), 0, KEY_READ, key.Out()) !=
+            ERROR_SUCCESS ||
+        RegQueryValueExW(key.Get(), Wide(entry.name), nullptr, nullptr, nullptr, &bytes) !=
+            ERROR_SUCCESS) {
+        return former;
+    }
+    former.data.resize(bytes);
+    former.hadValue = RegQueryValueExW(key.Get(), Wide(entry.name), nullptr, &former.type,
+                                       former.data.data(), &bytes) == ERROR_SUCCESS;
+    return former;
+}
+
+void TakeBack(const RegistrationEntry& entry, const Former& former, RegistrationScope scope) {
+    OwnedKey key;
+    if (RegOpenKeyExW(RootOf(scope), Wide(kClasses + entry.key), 0, KEY_SET_VALUE, key.Out()) ==
+        ERROR_SUCCESS) {
+        if (former.hadValue) {
+            RegSetValueExW(key.Get(), Wide(entry.name), 0, former.type, former.data.data(),
+                           static_cast<DWORD>(former.data.size()));
+        } else {
+            RegDeleteValueW(key.Get(), Wide(entry.name));
         }
+        key.Reset();
+    }
+    if (!former.missing.empty()) {
+        RemoveEmptyKeys(entry.key, former.missing, scope);
     }
 }
 
@@ -75,7 +146,7 @@ void RemoveEntry(const RegistrationEntry& entry, RegistrationScope scope) {
         RegDeleteValueW(key.Get(), Wide(entry.name));
     }
     key.Reset();
-    RemoveEmptyKeys(entry.key, scope);
+    RemoveEmptyKeys(entry.key, TopOfOurs(entry.key, scope), scope);
 }
 
 /// True when the class is registered for the other bitness, seen through the other view.
@@ -109,10 +180,16 @@ void Remove(const std::vector<RegistrationEntry>& entries, RegistrationScope sco
 } // namespace
 
 HRESULT WriteRegistration(const std::vector<RegistrationEntry>& entries, RegistrationScope scope) {
-    for (auto entry = entries.begin(); entry != entries.end(); ++entry) {
-        const LSTATUS status = WriteEntry(*entry, scope);
+    std::vector<Former> formers;
+    std::transform(entries.begin(), entries.end(), std::back_inserter(formers),
+                   [&](const RegistrationEntry& entry) { return FormerOf(entry, scope); });
+    for (std::size_t at = 0; at < entries.size(); ++at) {
+        const LSTATUS status = WriteEntry(entries[at], scope);
         if (status != ERROR_SUCCESS) {
-            RemoveRegistration({entries.begin(), entry}, scope);
+            for (std::size_t written = at + 1; written > 0; --written) {
+                TakeBack(entries[written - 1], formers[written - 1], scope);
+            }
+            RemoveEmptyView(scope);
             return HRESULT_FROM_WIN32(static_cast<DWORD>(status));
         }
     }
@@ -125,6 +202,7 @@ HRESULT RemoveRegistration(const std::vector<RegistrationEntry>& entries, Regist
     if (!OtherBitnessIsRegistered(entries, scope)) {
         Remove(entries, scope, true);
     }
+    RemoveEmptyView(scope);
     return S_OK;
 }
 
