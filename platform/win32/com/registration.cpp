@@ -57,7 +57,7 @@ void RemoveEmptyKeys(std::u16string path, RegistrationScope scope) {
         }
         const std::size_t up = path.rfind(u'\\');
         path.resize(up == std::u16string::npos ? 0 : up);
-        if (path == u"CLSID" || path == u"TypeLib") {
+        if (path == u"CLSID" || path == u"TypeLib" || path == u"Interface") {
             return; // the system's own
         }
     }
