@@ -43,11 +43,12 @@ target_link_libraries(talvix_win32 PUBLIC talvix_component
     ole32 oleaut32 uuid shell32 user32 gdi32 advapi32 mpr)
 
 # Reads the GUIDs of an .idl into ${prefix}_CLSID_Name, ${prefix}_LIBID_Name, ${prefix}_DIID_Name and
-# into a header of the same names: the .idl stays the only place where they stand.
+# into a header of the same names, with a list of the dispatch interfaces: the .idl stays the only place where they stand.
 function(talvix_guids prefix idl header)
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${idl})
     file(STRINGS ${idl} found REGEX "uuid\\(|^ *(library|dispinterface|coclass) [A-Za-z_]+$")
-    set(lines "#pragma once\n\n#include <windows.h>\n\nnamespace talvix {\n\n")
+    set(lines "#pragma once\n\n#include \"platform/win32/com/dispatch_interfaces.h\"\n\nnamespace talvix {\n\n")
+    set(interfaces "")
     foreach(each ${found})
         if(each MATCHES "uuid\\(([0-9a-f-]+)\\)")
             set(plain ${CMAKE_MATCH_1})
@@ -64,24 +65,39 @@ function(talvix_guids prefix idl header)
         list(GET parts 4 p4)
         string(REGEX REPLACE "(..)" "0x\\1, " tail "${p3}${p4}")
         string(REGEX REPLACE ", $" "" tail "${tail}")
+        if(kind STREQUAL "library")
+            set(library ${name})
+        elseif(kind STREQUAL "dispinterface")
+            string(APPEND interfaces "    {u\"${name}\", DIID_${name}},\n")
+        endif()
         string(REPLACE "library" "LIBID" label ${kind})
         string(REPLACE "dispinterface" "DIID" label ${label})
         string(REPLACE "coclass" "CLSID" label ${label})
         string(APPEND lines "inline constexpr GUID ${label}_${name}{0x${p0}, 0x${p1}, 0x${p2}, {${tail}}};\n")
         set(${prefix}_${label}_${name} ${plain} PARENT_SCOPE)
     endforeach()
+    string(APPEND lines "inline constexpr DispatchInterface kInterfacesOf${library}[] = {\n${interfaces}};\n")
     string(APPEND lines "\n} // namespace talvix\n")
     file(CONFIGURE OUTPUT ${header} CONTENT "${lines}" @ONLY)
 endfunction()
 
-# A COM server: type library and version resource inside, exports by plain name.
+# What clients of ours that are bound to a type library are compiled with; the imported base is the system's own header.
+file(CONFIGURE OUTPUT ${generated}/typed/base.h CONTENT "#include <oaidl.h>\n")
+
+# A COM server: type library and version resource inside, exports by plain name. Further arguments are .idl files whose
+# libraries are imported.
 function(talvix_server target file folder idl)
     get_filename_component(base ${idl} NAME_WE)
     set(tlb ${generated}/${base}.tlb)
-    add_custom_command(OUTPUT ${tlb}
-        COMMAND ${TALVIX_WIDL} ${widl_bits} -t -I${CMAKE_SOURCE_DIR}
-            -L/usr/lib/x86_64-linux-gnu/wine/x86_64-windows -o ${tlb} ${CMAKE_SOURCE_DIR}/${idl}
-        DEPENDS ${CMAKE_SOURCE_DIR}/${idl} ${CMAKE_SOURCE_DIR}/platform/win32/com/base.idl)
+    set(imported ${ARGN})
+    list(TRANSFORM imported REPLACE ".*/(.*)\\.idl" "${generated}/\\1.tlb")
+    set(widl ${TALVIX_WIDL} ${widl_bits} -I. -L/usr/lib/x86_64-linux-gnu/wine/x86_64-windows -L${generated})
+    set(read ${CMAKE_SOURCE_DIR}/${idl} ${CMAKE_SOURCE_DIR}/platform/win32/com/base.idl ${imported})
+    add_custom_command(OUTPUT ${tlb} COMMAND ${widl} -t -o ${tlb} ${idl}
+        WORKING_DIRECTORY ${CMAKE_SOURCE_DIR} DEPENDS ${read})
+    add_custom_command(OUTPUT ${generated}/typed/${base}.h COMMAND ${widl} -h -o ${generated}/typed/${base}.h ${idl}
+        WORKING_DIRECTORY ${CMAKE_SOURCE_DIR} DEPENDS ${read})
+    add_custom_target(${target}_typed DEPENDS ${generated}/typed/${base}.h)
     set(rc ${CMAKE_SOURCE_DIR}/${folder}/${base}.rc)
     set_property(SOURCE ${rc} APPEND PROPERTY OBJECT_DEPENDS ${tlb})
     file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp)
@@ -146,5 +162,7 @@ add_custom_command(TARGET TalvixConsole POST_BUILD
 
 # Projects for scripts.
 talvix_guids(PROJECT ${CMAKE_SOURCE_DIR}/workbench/script/talvix_project.idl ${generated}/talvix_project_guids.h)
-talvix_server(TalvixProject TalvixProject.dll workbench/script workbench/script/talvix_project.idl)
+talvix_server(TalvixProject TalvixProject.dll workbench/script workbench/script/talvix_project.idl
+    server/talvix_dms.idl grid/control/talvix_grid.idl)
+add_dependencies(TalvixProject TalvixDMS TalvixGrid)
 target_link_libraries(TalvixProject PRIVATE talvix_workbench)

@@ -6,6 +6,9 @@ namespace talvix {
 
 namespace {
 
+/// The system's marshaller of everything that is called as IDispatch.
+constexpr std::u16string_view kDispatchMarshaller = u"{00020420-0000-0000-C000-000000000046}";
+
 class Entries {
 public:
     void Add(const std::u16string& key, std::u16string_view name, std::u16string_view text,
@@ -56,6 +59,18 @@ void AddLibrary(Entries& entries, const ServerIdentity& identity, std::u16string
     entries.Add(key + u"\\HELPDIR", u"", module.substr(0, module.rfind(u'\\')), true);
 }
 
+/// Without these a client in another apartment would not get the interfaces that the type library
+/// names.
+void AddInterfaces(Entries& entries, const ServerIdentity& identity) {
+    for (const InterfaceIdentity& each : identity.interfaces) {
+        const std::u16string key = u"Interface\\" + each.id;
+        entries.Add(key, u"", each.name, false);
+        entries.Add(key + u"\\ProxyStubClsid32", u"", kDispatchMarshaller, false);
+        entries.Add(key + u"\\TypeLib", u"", identity.libraryId, false);
+        entries.Add(key + u"\\TypeLib", u"Version", u"1.0", false);
+    }
+}
+
 } // namespace
 
 std::vector<RegistrationEntry> RegistrationEntries(const ServerIdentity& identity,
@@ -67,6 +82,7 @@ std::vector<RegistrationEntry> RegistrationEntries(const ServerIdentity& identit
     }
     AddProgram(entries, identity);
     AddLibrary(entries, identity, module);
+    AddInterfaces(entries, identity);
     return entries.Take();
 }
 

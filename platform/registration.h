@@ -7,6 +7,12 @@
 
 namespace talvix {
 
+/// A dispatch interface of a server's type library.
+struct InterfaceIdentity {
+    std::u16string id; ///< "{…}"
+    std::u16string name;
+};
+
 /// What a COM server tells the registry about itself.
 struct ServerIdentity {
     std::u16string classId;   ///< "{…}"
@@ -16,6 +22,7 @@ struct ServerIdentity {
     bool isControl = false;
     std::uint32_t miscStatus = 0; ///< of a control
     bool is64Bit = false;
+    std::vector<InterfaceIdentity> interfaces;
 };
 
 /// A value of the registry below the classes root. `shared` entries serve the 32-bit and the 64-bit

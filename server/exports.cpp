@@ -7,10 +7,16 @@ namespace talvix {
 
 const ServerClass& Server() {
     static const ServerClass server{CLSID_Main,
-                                    {GuidText(CLSID_Main), GuidText(LIBID_TalvixDMS),
-                                     u"TalvixDMS.Main", u"TalvixDMS Dokumentenverwaltung", false, 0,
-                                     sizeof(void*) == 8},
-                                    MakeMain};
+                                    {GuidText(CLSID_Main),
+                                     GuidText(LIBID_TalvixDMS),
+                                     u"TalvixDMS.Main",
+                                     u"TalvixDMS Dokumentenverwaltung",
+                                     false,
+                                     0,
+                                     sizeof(void*) == 8,
+                                     {}},
+                                    MakeMain,
+                                    kInterfacesOfTalvixDMS};
     return server;
 }
 

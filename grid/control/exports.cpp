@@ -7,10 +7,16 @@ namespace talvix {
 
 const ServerClass& Server() {
     static const ServerClass server{CLSID_Grid,
-                                    {GuidText(CLSID_Grid), GuidText(LIBID_TalvixGrid),
-                                     u"TalvixGrid.Grid", u"Talvix Grid Control", true,
-                                     grid::OleObjectPart::kMiscStatus, sizeof(void*) == 8},
-                                    grid::MakeGrid};
+                                    {GuidText(CLSID_Grid),
+                                     GuidText(LIBID_TalvixGrid),
+                                     u"TalvixGrid.Grid",
+                                     u"Talvix Grid Control",
+                                     true,
+                                     grid::OleObjectPart::kMiscStatus,
+                                     sizeof(void*) == 8,
+                                     {}},
+                                    grid::MakeGrid,
+                                    kInterfacesOfTalvixGrid};
     return server;
 }
 

@@ -28,6 +28,7 @@ std::int16_t GridInput::ButtonOf(UINT message) {
     case WM_LBUTTONUP:
         return 1;
     case WM_RBUTTONDOWN:
+    case WM_RBUTTONDBLCLK:
     case WM_RBUTTONUP:
         return 2;
     default:
@@ -80,6 +81,7 @@ void GridInput::PressLeft(POINT point) {
     pressed_ = point;
     const HitResult hit = model_.HitTest(point.x, point.y);
     const std::int32_t border = BorderUnder(point);
+    clickedRow_ = hit.row > 0 ? model_.rows.At(hit.row) : RowRef{};
     if (hit.area == Area::GroupByBox) {
         const std::int32_t chip =
             model_.layout.ChipUnder(point.x, point.y, model_.rows.Groups().size());
@@ -176,15 +178,23 @@ void GridInput::DropChip(POINT point) {
     }
 }
 
+/// Rows are what a double click opens, and only those on which both presses were; elsewhere the
+/// second press is one like the first.
 void GridInput::DoubleClick(POINT point) {
-    afterDoubleClick_ = true;
     const HitResult hit = model_.HitTest(point.x, point.y);
-    if (hit.area == Area::GroupHeading) {
-        gestures_.ToggleHeading(hit.row);
-    } else if (const std::int32_t border = BorderUnder(point); border >= 0) {
+    if (const std::int32_t border = BorderUnder(point); border >= 0) {
         const std::size_t which[] = {model_.columns.IndexAt(static_cast<std::size_t>(border))};
         model_.FitColumns(which);
-        return; // the grid's own gesture, which opens no document
+        afterDoubleClick_ = true;
+        return;
+    }
+    if (hit.row == 0 || model_.rows.At(hit.row).id != clickedRow_.id) {
+        ButtonDown(1, point);
+        return;
+    }
+    afterDoubleClick_ = true;
+    if (hit.area == Area::GroupHeading) {
+        gestures_.ToggleHeading(hit.row);
     }
     model_.events.Raise(u"DblClick", {});
 }

@@ -60,6 +60,7 @@ private:
     std::size_t dragged_ = 0; ///< column index, or place of a chip
     POINT pressed_{};
     RowRef pressedRow_; ///< a selected row that a drag may begin on; a mere click selects it alone
+    RowRef clickedRow_; ///< on which the left button was pressed last; none beside rows
     std::int32_t widthBefore_ = 0;
     bool afterDoubleClick_ = false;
     std::u16string typed_;

@@ -308,7 +308,9 @@ LRESULT GridWindow::HandleMouse(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_LBUTTONDOWN:
     case WM_RBUTTONDOWN:
+    case WM_RBUTTONDBLCLK: // the second of two quick clicks is one like the first
     case WM_MBUTTONDOWN:
+    case WM_MBUTTONDBLCLK:
         SetFocus(window_);
         SetCapture(window_);
         input_.ButtonDown(GridInput::ButtonOf(message), point);
@@ -333,9 +335,8 @@ LRESULT GridWindow::HandleMouse(UINT message, WPARAM wParam, LPARAM lParam) {
         TurnWheel(Signed16(wParam >> 16U));
         return 0;
     default:
-        break;
+        return DefWindowProcW(window_, message, wParam, lParam);
     }
-    return DefWindowProcW(window_, message, wParam, lParam);
 }
 
 } // namespace talvix::grid

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace talvix::grid {
 
@@ -96,10 +97,15 @@ Value Find(GridObject& grid, const Call& call) {
     return model.rows.Find(column, call.At(1), start);
 }
 
+/// The pixel that a point lies in. Hosts make points of whole pixels with single precision, and so
+/// the pixel's first point may come a few last places short.
 std::int32_t PixelsFromPoints(const Value& points, const GridModel& model) {
+    constexpr double kLastPlaces = 4.0 * std::numeric_limits<float>::epsilon();
     const double pixels =
         ToNumber(points, model.culture) * model.layout.metrics.dpi / kPointsPerInch;
-    return static_cast<std::int32_t>(std::clamp(std::floor(pixels + 1e-6), -1e9, 1e9));
+    const double first = std::round(pixels);
+    const bool isFirst = std::abs(pixels - first) <= std::abs(pixels) * kLastPlaces;
+    return static_cast<std::int32_t>(std::clamp(isFirst ? first : std::floor(pixels), -1e9, 1e9));
 }
 
 Value HitTest(GridObject& grid, const Call& call) {

@@ -37,6 +37,52 @@ TEST(Container, AClickMakesTheRowCurrentAndRaisesTheEventsInOrder) {
     EXPECT_EQ(rig.recorder->names, u"DblClick MouseUp ");
 }
 
+TEST(Container, ADoubleClickBesideRowsIsTwoClicks) {
+    ContainerRig rig;
+    rig.grid.Set(u"GroupByBox", true);
+    rig.Pump();
+    const int header = rig.MiddleOf(1) - 14;
+    for (const auto& [x, y] : {std::pair{60, header}, {400, 12}, {30, 260}, {400, header + 20}}) {
+        rig.Click(x, y);
+        rig.recorder->names.clear();
+        rig.Send(WM_LBUTTONDBLCLK, MK_LBUTTON, x, y);
+        rig.Send(WM_LBUTTONUP, 0, x, y);
+        const bool sorts = y == header;
+        EXPECT_EQ(rig.recorder->names,
+                  sorts ? u"MouseDown BeforeClickSort MouseUp Click " : u"MouseDown MouseUp Click ")
+            << x << " " << y;
+    }
+    EXPECT_EQ(rig.grid(u"Columns", u"Name").Call(u"SortOrder"), Value(1)) << "sorted twice";
+}
+
+TEST(Container, ADoubleClickOnAGroupHeadingIsOneOnItsRow) {
+    ContainerRig rig;
+    rig.grid[u"Groups"](u"Add", u"Name");
+    rig.Pump();
+    rig.Click(100, rig.MiddleOf(1));
+    rig.recorder->names.clear();
+    rig.Send(WM_LBUTTONDBLCLK, MK_LBUTTON, 100, rig.MiddleOf(1));
+    rig.Send(WM_LBUTTONUP, 0, 100, rig.MiddleOf(1));
+    EXPECT_EQ(rig.recorder->names, u"DblClick MouseUp ");
+}
+
+TEST(Container, TheSecondPressOnAnotherRowIsNoDoubleClick) {
+    ContainerRig rig;
+    rig.Click(30, rig.MiddleOf(1));
+    rig.recorder->names.clear();
+    rig.Send(WM_LBUTTONDBLCLK, MK_LBUTTON, 30, rig.MiddleOf(2));
+    rig.Send(WM_LBUTTONUP, 0, 30, rig.MiddleOf(2));
+    EXPECT_EQ(rig.recorder->names, u"MouseDown MouseUp Click ");
+    EXPECT_EQ(rig.Current(), u"a");
+}
+
+TEST(Container, ASecondQuickRightClickIsPressedAndReleased) {
+    ContainerRig rig;
+    rig.Send(WM_RBUTTONDBLCLK, MK_RBUTTON, 30, rig.MiddleOf(2));
+    rig.Send(WM_RBUTTONUP, 0, 30, rig.MiddleOf(2));
+    EXPECT_EQ(rig.recorder->names, u"MouseDown MouseUp ");
+}
+
 TEST(Container, ArrowsMoveTheCurrentRow) {
     ContainerRig rig;
     rig.Click(30, rig.MiddleOf(1));

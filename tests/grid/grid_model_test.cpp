@@ -277,6 +277,41 @@ TEST(GridHitTest, TheFirstPointIsWithin) {
     EXPECT_EQ(rig.grid(u"HitTest", -0.1, 0).Call(u"Area"), Value(static_cast<int>(Area::Nothing)));
 }
 
+TEST(GridHitTest, EveryPixelIsFoundByItsPointsAtEveryResolution) {
+    for (const std::int32_t dpi : {96, 120, 144, 168, 192, 216}) {
+        const ModelRig rig;
+        rig.model->layout.metrics = {dpi, 18 * dpi / 96, 22 * dpi / 96, 38 * dpi / 96};
+        rig.grid.Set(u"GroupByBox", true);
+        for (int row = 0; row < 150; ++row) {
+            rig.grid[u"Rows"].Call(u"Add");
+        }
+        const auto expect = [&](std::int32_t pixel, float points) {
+            const HitResult hit = rig.model->HitTest(3, pixel);
+            const Late found = rig.grid(u"HitTest", 3, points);
+            ASSERT_EQ(found.Call(u"Area"), Value(static_cast<int>(hit.area)))
+                << dpi << " " << pixel;
+            ASSERT_EQ(found.Call(u"Row"), Value(hit.row)) << dpi << " " << pixel;
+            const Late across = rig.grid(u"HitTest", points, 60);
+            ASSERT_EQ(across.Call(u"Column"),
+                      Value(rig.model->HitTest(pixel, 60 * dpi / 72).column))
+                << dpi << " " << pixel;
+        };
+        for (std::int32_t pixel = 0; pixel < 5000; ++pixel) {
+            expect(pixel, static_cast<float>(pixel * 72.0 / dpi));
+            expect(pixel, static_cast<float>(pixel) * (72.0F / static_cast<float>(dpi)));
+        }
+    }
+}
+
+TEST(GridHitTest, APointWithinAPixelBelongsToIt) {
+    const ModelRig rig;
+    rig.grid[u"Rows"].Call(u"Add");
+    const std::int32_t top = rig.model->layout.RowsTop();
+    EXPECT_EQ(rig.grid(u"HitTest", 1, (top - 0.01) * 0.75).Call(u"Area"), Value(2));
+    EXPECT_EQ(rig.grid(u"HitTest", 1, top * 0.75).Call(u"Area"), Value(3));
+    EXPECT_EQ(rig.grid(u"HitTest", 1, (top + 17.99) * 0.75).Call(u"Row"), Value(1));
+}
+
 TEST(GridFind, EveryOneOfManyValuesIsFound) {
     const ModelRig rig;
     const std::size_t name = rig.model->columns.IndexOf(u"Name");

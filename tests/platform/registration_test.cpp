@@ -8,7 +8,9 @@ namespace talvix {
 
 namespace {
 
-const ServerIdentity kIdentity{u"{C}", u"{L}", u"Talvix.Ding", u"Ein Ding", true, 131473, true};
+const ServerIdentity kIdentity{
+    u"{C}", u"{L}", u"Talvix.Ding", u"Ein Ding",
+    true,   131473, true,           {{u"{I}", u"_Ding"}, {u"{E}", u"DingEvents"}}};
 
 bool Has(const std::vector<RegistrationEntry>& entries, std::u16string_view key,
          std::u16string_view name, std::u16string_view text) {
@@ -30,6 +32,23 @@ TEST(RegistrationEntries, DescribeClassProgramAndLibrary) {
     EXPECT_TRUE(Has(entries, u"Talvix.Ding.1\\CLSID", u"", u"{C}"));
     EXPECT_TRUE(Has(entries, u"TypeLib\\{L}\\1.0\\0\\win64", u"", u"C:\\Programme\\Ding.ocx"));
     EXPECT_TRUE(Has(entries, u"TypeLib\\{L}\\1.0\\HELPDIR", u"", u"C:\\Programme"));
+}
+
+TEST(RegistrationEntries, NameEachInterfaceWithItsMarshallerAndLibrary) {
+    const auto entries = RegistrationEntries(kIdentity, u"C:\\x.dll");
+    for (const auto* id : {u"{I}", u"{E}"}) {
+        const std::u16string key = std::u16string(u"Interface\\") + id;
+        EXPECT_TRUE(Has(entries, key + u"\\ProxyStubClsid32", u"",
+                        u"{00020420-0000-0000-C000-000000000046}"));
+        EXPECT_TRUE(Has(entries, key + u"\\TypeLib", u"", u"{L}"));
+        EXPECT_TRUE(Has(entries, key + u"\\TypeLib", u"Version", u"1.0"));
+    }
+    EXPECT_TRUE(Has(entries, u"Interface\\{I}", u"", u"_Ding"));
+    const auto isShared = [](const RegistrationEntry& entry) {
+        return entry.shared && entry.key.starts_with(u"Interface");
+    };
+    EXPECT_TRUE(std::none_of(entries.begin(), entries.end(), isShared))
+        << "each bitness has its own";
 }
 
 TEST(RegistrationEntries, AClassThatIsNoControlSaysNothingOfControls) {

@@ -9,9 +9,16 @@ namespace talvix {
 const ServerClass& Server() {
     static const ServerClass server{
         CLSID_Project,
-        {GuidText(CLSID_Project), GuidText(LIBID_TalvixProject), u"TalvixWorkbench.Project",
-         u"Talvix Workbench, Projekt", false, 0, sizeof(void*) == 8},
-        [] { return UnknownOf(std::make_shared<workbench::ProjectObject>()); }};
+        {GuidText(CLSID_Project),
+         GuidText(LIBID_TalvixProject),
+         u"TalvixWorkbench.Project",
+         u"Talvix Workbench, Projekt",
+         false,
+         0,
+         sizeof(void*) == 8,
+         {}},
+        [] { return UnknownOf(std::make_shared<workbench::ProjectObject>()); },
+        kInterfacesOfTalvixProject};
     return server;
 }
 

@@ -2,6 +2,7 @@
 
 #include "automation/failure.h"
 #include "platform/win32/com/bstr.h"
+#include "platform/win32/com/dispatch_interfaces.h"
 #include "platform/win32/com/dispatch_object.h"
 #include "platform/win32/com/enum_variant.h"
 #include "platform/win32/com/guards.h"
@@ -216,6 +217,13 @@ void LateDispatch::operator delete(void* memory) {
     } else {
         ::operator delete(memory);
     }
+}
+
+void* LateDispatch::Find(REFIID id) {
+    if (void* own = Unknown::Find(id)) {
+        return own;
+    }
+    return IsDispatchInterface(id, Target()->TypeName()) ? static_cast<IDispatch*>(this) : nullptr;
 }
 
 STDMETHODIMP LateDispatch::GetTypeInfoCount(UINT* count) {

@@ -57,6 +57,9 @@ public:
     const void* STDMETHODCALLTYPE Module() override;
     LateObject* STDMETHODCALLTYPE Target() override { return answers_.Target().get(); }
 
+protected:
+    void* Find(REFIID id) override;
+
 private:
     DispatchAnswers answers_;
 };

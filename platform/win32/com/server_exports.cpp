@@ -8,6 +8,18 @@
 
 namespace talvix {
 
+namespace {
+
+std::vector<RegistrationEntry> EntriesOf(const ServerClass& server) {
+    ServerIdentity identity = server.identity;
+    for (const DispatchInterface& each : server.interfaces) {
+        identity.interfaces.push_back({GuidText(each.id), each.name});
+    }
+    return RegistrationEntries(identity, ModulePath());
+}
+
+} // namespace
+
 HRESULT GetServerClassObject(const ServerClass& server, REFCLSID classId, REFIID id,
                              void** object) {
     if (object == nullptr) {
@@ -18,6 +30,7 @@ HRESULT GetServerClassObject(const ServerClass& server, REFCLSID classId, REFIID
         return CLASS_E_CLASSNOTAVAILABLE;
     }
     KeepModuleLoaded();
+    SetDispatchInterfaces(server.interfaces);
     return Guarded([&] { return MakeCom<ClassFactory>(server.maker)->QueryInterface(id, object); });
 }
 
@@ -27,16 +40,13 @@ HRESULT CanUnloadServer() {
 
 HRESULT RegisterServer(const ServerClass& server, RegistrationScope scope) {
     return Guarded([&] {
-        const HRESULT result =
-            WriteRegistration(RegistrationEntries(server.identity, ModulePath()), scope);
+        const HRESULT result = WriteRegistration(EntriesOf(server), scope);
         return SUCCEEDED(result) || result == E_ACCESSDENIED ? result : SELFREG_E_CLASS;
     });
 }
 
 HRESULT UnregisterServer(const ServerClass& server, RegistrationScope scope) {
-    return Guarded([&] {
-        return RemoveRegistration(RegistrationEntries(server.identity, ModulePath()), scope);
-    });
+    return Guarded([&] { return RemoveRegistration(EntriesOf(server), scope); });
 }
 
 HRESULT InstallServer(const ServerClass& server, BOOL install, const wchar_t* commandLine) {

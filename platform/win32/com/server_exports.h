@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/win32/com/class_factory.h"
+#include "platform/win32/com/dispatch_interfaces.h"
 #include "platform/win32/com/registration.h"
 
 namespace talvix {
@@ -10,6 +11,7 @@ struct ServerClass {
     GUID classId;
     ServerIdentity identity;
     ClassFactory::Maker maker;
+    std::span<const DispatchInterface> interfaces; ///< all that the type library has
 };
 
 /// The class of the module at hand; each DLL defines it.

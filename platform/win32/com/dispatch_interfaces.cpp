@@ -1,0 +1,24 @@
+#include "platform/win32/com/dispatch_interfaces.h"
+
+#include <algorithm>
+
+namespace talvix {
+
+namespace {
+
+std::span<const DispatchInterface> known; // the same whoever sets it
+
+} // namespace
+
+void SetDispatchInterfaces(std::span<const DispatchInterface> interfaces) {
+    known = interfaces;
+}
+
+bool IsDispatchInterface(REFIID id, std::u16string_view typeName) {
+    const auto found = std::find_if(known.begin(), known.end(), [&](const DispatchInterface& each) {
+        return IsEqualGUID(each.id, id);
+    });
+    return found != known.end() && std::u16string_view(found->name).substr(1) == typeName;
+}
+
+} // namespace talvix
