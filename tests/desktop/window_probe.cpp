@@ -5,6 +5,7 @@
 // number or the class of a control that can be seen. What takes SECONDS waits until it holds. See
 // kQuestions for the questions.
 #include "automation/text.h"
+#include "platform/win32/owned.h"
 #include "platform/win32/wide.h"
 
 #include <windows.h>
@@ -129,23 +130,22 @@ public:
     ForeignMemory(HWND control, std::size_t size) : size_(size) {
         DWORD id = 0;
         GetWindowThreadProcessId(control, &id);
-        process_ =
-            OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, id);
-        place_ = VirtualAllocEx(process_, nullptr, size, MEM_COMMIT, PAGE_READWRITE);
+        process_.Reset(
+            OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, id));
+        place_ = VirtualAllocEx(process_.Get(), nullptr, size, MEM_COMMIT, PAGE_READWRITE);
     }
     ForeignMemory(const ForeignMemory&) = delete;
     ForeignMemory& operator=(const ForeignMemory&) = delete;
-    ~ForeignMemory() {
-        VirtualFreeEx(process_, place_, 0, MEM_RELEASE);
-        CloseHandle(process_);
-    }
+    ~ForeignMemory() { VirtualFreeEx(process_.Get(), place_, 0, MEM_RELEASE); }
 
     LPARAM Place() const { return reinterpret_cast<LPARAM>(place_); }
-    void Read(void* content) const { ReadProcessMemory(process_, place_, content, size_, nullptr); }
+    void Read(void* content) const {
+        ReadProcessMemory(process_.Get(), place_, content, size_, nullptr);
+    }
 
 private:
     std::size_t size_;
-    HANDLE process_ = nullptr;
+    OwnedProcess process_;
     void* place_ = nullptr;
 };
 
