@@ -30,10 +30,9 @@ public:
         : culture_(attachment.platform.locale),
           next_(attachment.trace, u"FillActionCombo"),
           grid_(std::move(grid)) {
-        for (const auto& [key, position] :
-             {std::pair(u"id", &id_), std::pair(u"startdate", &start_),
-              std::pair(u"description", &description_)}) {
-            next_([&] { *position = grid_(u"Columns", key).Call(u"Position"); });
+        for (const auto& column : {std::pair(u"id", &id_), std::pair(u"startdate", &start_),
+                                   std::pair(u"description", &description_)}) {
+            next_([&] { *column.second = grid_(u"Columns", column.first).Call(u"Position"); });
         }
     }
 
