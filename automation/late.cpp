@@ -9,7 +9,8 @@ Late Late::operator[](std::u16string_view name) const {
 }
 
 Value Late::CallWith(std::u16string_view name, std::span<const Value> values) const {
-    return InvokeByName(Target(), name, access::kCall, {values, {}});
+    const Object called = AsObject(); // whoever is called may have it let go of meanwhile
+    return InvokeByName(*called, name, access::kCall, {values, {}});
 }
 
 void Late::Set(std::u16string_view name, const Value& value) const {
@@ -21,23 +22,19 @@ void Late::SetAt(std::u16string_view name, Value argument, Value value) const {
     Put(name, values);
 }
 
-LateObject& Late::Target() const {
+Object Late::AsObject() const {
     const auto* object = value_.If<Object>();
     if (object == nullptr || *object == nullptr) {
         throw Failure(failure_number::kNoObject, u"Object variable not set");
     }
-    return **object;
-}
-
-Object Late::AsObject() const {
-    Target();
-    return *value_.If<Object>();
+    return *object;
 }
 
 void Late::Put(std::u16string_view name, std::span<const Value> values) const {
+    const Object called = AsObject();
     if (values.back().Is<Object>()) {
         try {
-            InvokeByName(Target(), name, access::kPutReference, {values, {}});
+            InvokeByName(*called, name, access::kPutReference, {values, {}});
             return;
         } catch (const Failure& failure) {
             if (failure.Number() == failure_number::kUnknownName) {
@@ -45,7 +42,7 @@ void Late::Put(std::u16string_view name, std::span<const Value> values) const {
             }
         }
     }
-    InvokeByName(Target(), name, access::kPut, {values, {}});
+    InvokeByName(*called, name, access::kPut, {values, {}});
 }
 
 } // namespace talvix

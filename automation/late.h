@@ -35,7 +35,6 @@ public:
 
     const Value& Get() const { return value_; }
     /// The object; Failure when there is none.
-    LateObject& Target() const;
     Object AsObject() const;
     explicit operator bool() const { return !value_.IsNothing(); }
 

@@ -72,6 +72,9 @@ void GridColumn::SetWidth(std::int32_t width) const {
 
 void GridColumn::SetAlignment(std::int32_t alignment) const {
     column_.Set(u"Alignment", alignment);
+}
+
+void GridColumn::SetHeaderAlignment(std::int32_t alignment) const {
     column_.Set(u"HeaderAlignment", alignment);
 }
 
@@ -141,11 +144,12 @@ GridColumn Grid::ColumnAt(std::int32_t position) const {
     return GridColumn(grid_(u"Columns", position));
 }
 
-const Late& Grid::Rows() const {
-    if (!*rows_) {
-        *rows_ = grid_[u"Rows"];
+Late Grid::Rows() const {
+    const std::shared_ptr<Late> rows = rows_; // a host may have the grid found anew meanwhile
+    if (!*rows) {
+        *rows = grid_[u"Rows"];
     }
-    return *rows_;
+    return *rows;
 }
 
 std::int32_t Grid::RowCount() const {
@@ -178,7 +182,9 @@ std::vector<RowRange> Grid::Selection() const {
     std::vector<RowRange> ranges;
     for (std::int32_t number = 1; number <= count; ++number) {
         const Late range = selection(u"Item", number);
-        ranges.push_back({Number(range.Call(u"First")), Number(range.Call(u"Last"))});
+        const std::int32_t first = Number(range.Call(u"First"));
+        const std::int32_t last = Number(range.Call(u"Last"));
+        ranges.push_back({first, last});
     }
     return ranges;
 }
@@ -193,7 +199,9 @@ std::int32_t Grid::GroupIndent() const {
 
 GridHit Grid::HitTest(float x, float y) const {
     const Late hit = grid_(u"HitTest", x, y);
-    return {Number(hit.Call(u"Row")), Number(hit.Call(u"Area")) == kDataCell};
+    const std::int32_t row = Number(hit.Call(u"Row"));
+    const std::int32_t area = Number(hit.Call(u"Area"));
+    return {row, area == kDataCell};
 }
 
 std::int64_t Grid::Window() const {
@@ -222,7 +230,7 @@ void Grid::Expand() const {
 }
 
 Subscription Grid::Connect(std::shared_ptr<EventSink> sink) const {
-    return grid_.Target().Subscribe(std::move(sink), kEvents);
+    return grid_.AsObject()->Subscribe(std::move(sink), kEvents);
 }
 
 } // namespace talvix

@@ -26,8 +26,9 @@ public:
     void SetCaption(std::u16string_view caption) const;
     void SetDataType(std::int32_t dataType) const;
     void SetWidth(std::int32_t width) const;
-    /// Sets the alignment of the cells and of the heading.
+    /// Sets the alignment of the cells.
     void SetAlignment(std::int32_t alignment) const;
+    void SetHeaderAlignment(std::int32_t alignment) const;
     void SetHidden(bool hidden) const;
     std::u16string Key() const;
     std::u16string Caption() const;
@@ -95,7 +96,7 @@ public:
     Subscription Connect(std::shared_ptr<EventSink> sink) const;
 
 private:
-    const Late& Rows() const;
+    Late Rows() const;
 
     Late grid_;
     /// The grid's collection of rows, asked for once.

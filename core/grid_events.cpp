@@ -2,6 +2,7 @@
 
 #include "automation/coercion.h"
 #include "automation/resume_next.h"
+#include "automation/text.h"
 #include "common/general.h"
 #include "core/document_record.h"
 #include "core/forms.h"
@@ -47,7 +48,7 @@ private:
 };
 
 bool IsIconColumn(Attachment& attachment, std::int32_t position) {
-    return attachment.dmsGrid.ColumnAt(position).Key() == field::kIcon;
+    return SameName(attachment.dmsGrid.ColumnAt(position).Key(), field::kIcon);
 }
 
 void DMSGrid_AfterGroupChange(Attachment& attachment, EventArguments&) {
@@ -63,8 +64,11 @@ void DMSGrid_AfterGroupChange(Attachment& attachment, EventArguments&) {
         });
     }
     std::int32_t width = kIconWidth;
-    if (first == field::kIcon) {
-        next([&] { width = grid.GroupCount() * grid.GroupIndent() + kIconWidth; });
+    if (SameName(first, field::kIcon)) {
+        next([&] {
+            const std::int32_t groups = grid.GroupCount();
+            width = groups * grid.GroupIndent() + kIconWidth;
+        });
     }
     next([&] { grid.ColumnAt(field::kIcon).SetWidth(width); });
 }
@@ -108,7 +112,11 @@ void ShowContextMenu(Attachment& attachment, std::int32_t x, std::int32_t y) {
     const Grid grid = attachment.dmsGrid;
     SystemInfo& system = attachment.platform.system;
     GridHit hit;
-    next([&] { hit = grid.HitTest(PixelsToPoints(system, x), PixelsToPoints(system, y)); });
+    next([&] {
+        const float left = PixelsToPoints(system, x);
+        const float top = PixelsToPoints(system, y);
+        hit = grid.HitTest(left, top);
+    });
     bool isNoLink = false;
     if (hit.isDataRow) {
         if (hit.row != 0) {
@@ -173,8 +181,9 @@ void GridEvents::OnEvent(std::u16string_view name, std::span<Value> values) {
         return;
     }
     attachment_->trace.Note(u"DMSGrid", name);
-    const auto* handler = std::find_if(std::begin(kHandlers), std::end(kHandlers),
-                                       [&](const Handler& each) { return each.event == name; });
+    const auto* handler =
+        std::find_if(std::begin(kHandlers), std::end(kHandlers),
+                     [&](const Handler& each) { return SameName(each.event, name); });
     if (handler == std::end(kHandlers)) {
         return;
     }

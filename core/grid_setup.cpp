@@ -51,6 +51,7 @@ void SetUpColumn(Attachment& attachment, const DocumentColumn& design, bool hidd
     }
     if (design.alignment != 0) {
         next([&] { column->SetAlignment(design.alignment); });
+        next([&] { column->SetHeaderAlignment(design.alignment); });
     }
     next([&] { column->SetHidden(hidden); });
 }

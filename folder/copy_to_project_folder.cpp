@@ -38,7 +38,8 @@ void CopyToProjectFolder(Attachment& attachment, const DocumentCopy& copy) {
     CreateSubFolders(attachment);
     const bool keepsSubject = !placed->isNumbered && !copy.subject.empty();
     AddFile(attachment, placed->path, keepsSubject ? copy.subject : GetFileName(placed->path),
-            copy.status, copy.longDescription, copy.creationDate, copy.modificationDate);
+            copy.status, copy.longDescription, copy.creationDate, copy.modificationDate,
+            copy.action);
 }
 
 } // namespace talvix

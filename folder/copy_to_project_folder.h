@@ -2,6 +2,7 @@
 
 #include "core/attachment.h"
 
+#include <optional>
 #include <string>
 
 namespace talvix {
@@ -16,6 +17,7 @@ struct DocumentCopy {
     Date creationDate;
     Date modificationDate;
     std::u16string subFolder; ///< below the project folder; "" or "\" for the folder itself
+    std::optional<std::u16string> action{}; ///< its number; nothing for the one that is chosen
 };
 
 /// Copies the file into the project folder under a free name and adds its row. A copy that fails or

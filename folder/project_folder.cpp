@@ -23,7 +23,6 @@ std::u16string AcceptedFolder(Attachment& attachment, const std::u16string& deri
         next([&] { attachment.SetUserProperty(kFolderProperty, path); });
     } else {
         btnDMSSetStore_Click(attachment);
-        path.clear();
         next([&] { path = attachment.UserProperty(kFolderProperty); });
     }
     return std::u16string(Trim(path));

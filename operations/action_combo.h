@@ -7,9 +7,13 @@
 
 namespace talvix {
 
+class ItemDialog;
+
 /// Fills the dialog's action list from the host's actions grid and chooses the action of that
-/// number; "Keiner" for "-1" and "".
+/// number; "Keiner" for "-1" and "". Nothing while somebody else has the dialog.
 void FillActionCombo(Attachment& attachment, std::u16string_view selectedId);
+/// The same for who has the dialog.
+void FillActions(Attachment& attachment, ItemDialog& dialog, std::u16string_view selectedId);
 
 /// The number of the chosen action, "-1" for none.
 std::u16string SelectedActionNumber(Attachment& attachment);

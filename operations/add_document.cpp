@@ -87,7 +87,8 @@ void AddDMSItem(Attachment& attachment, const DocumentRecord& record, const Item
 
 void AddFile(Attachment& attachment, std::u16string_view physicalStore1,
              std::u16string_view subject, std::u16string_view status,
-             std::u16string_view longDescription, Date creationDate, Date modificationDate) {
+             std::u16string_view longDescription, Date creationDate, Date modificationDate,
+             const std::optional<std::u16string>& action) {
     ResumeNext next{attachment.trace, u"AddFile"};
     const bool needsNow = creationDate.days == 0 || modificationDate.days == 0;
     if (Date now; needsNow && next([&] { now = attachment.platform.clock.Now(); })) {
@@ -115,7 +116,7 @@ void AddFile(Attachment& attachment, std::u16string_view physicalStore1,
     record.longDescription = longDescription;
     record.physicalStore1 = physicalStore1;
     record.physicalStore2 = std::move(relativeFolder);
-    record.physicalStore3 = SelectedActionNumber(attachment);
+    record.physicalStore3 = action ? *action : SelectedActionNumber(attachment);
     if (attachment.placesRowsLater && !projectFolder.empty()) {
         AddRow(attachment, std::move(record)); // the import need not ask for the folder again
     } else {

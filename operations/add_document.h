@@ -3,6 +3,8 @@
 #include "core/attachment.h"
 #include "core/document_record.h"
 
+#include <optional>
+
 namespace talvix {
 
 /// An Outlook item to be filed, and what is to be done with it.
@@ -20,10 +22,11 @@ void AddDMSItem(Attachment& attachment, const DocumentRecord& record, const Item
 /// Puts the rows that were added into the grid's order and shows the last one. Nothing is raised.
 void PlaceNewRow(Trace& trace, const Grid& grid);
 
-/// Adds a file that lies in its final place. A date of 0 becomes the current date and time.
+/// Adds a file that lies in its final place. A date of 0 becomes the current date and time; without
+/// an action's number the row gets that of the action which the dialog's list shows.
 void AddFile(Attachment& attachment, std::u16string_view physicalStore1,
              std::u16string_view subject, std::u16string_view status,
              std::u16string_view longDescription, Date creationDate = {},
-             Date modificationDate = {});
+             Date modificationDate = {}, const std::optional<std::u16string>& action = {});
 
 } // namespace talvix

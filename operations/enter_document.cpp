@@ -11,6 +11,8 @@
 #include "operations/action_combo.h"
 #include "operations/add_document.h"
 
+#include <optional>
+
 namespace talvix {
 
 namespace {
@@ -31,15 +33,26 @@ Date Now(Attachment& attachment, ResumeNext& next) {
     return now;
 }
 
+/// What the user has confirmed in a dialog that was shown; nothing after "Abbrechen".
+std::optional<EnteredDocument> Confirmed(const ItemDialog& dialog) {
+    return dialog.Cancelled() ? std::nullopt : std::optional(dialog.Entered());
+}
+
+/// Nothing, too, while somebody else has the dialog.
+std::optional<EnteredDocument> EnterNew(Attachment& attachment) {
+    const TakenDialog dialog(attachment.forms);
+    if (!dialog) {
+        return std::nullopt;
+    }
+    FillActions(attachment, *dialog, u"");
+    dialog->ShowDialog(true);
+    return Confirmed(*dialog);
+}
+
 /// False when the file is not there.
-bool AddEnteredFile(Attachment& attachment, const ItemDialog& dialog) {
+bool AddEnteredFile(Attachment& attachment, const EnteredDocument& entered) {
     ResumeNext next{attachment.trace, u"NewDMSItem"};
-    // Copies: while a file is stored, messages are let through, and the dialog may be opened again.
-    // NOLINTBEGIN(performance-unnecessary-copy-initialization)
-    const std::u16string path = dialog.Text(Control::TextPhysicalStore1);
-    const std::u16string status = dialog.Text(Control::TextStatus);
-    const std::u16string notes = dialog.Text(Control::TextLongDescription);
-    // NOLINTEND(performance-unnecessary-copy-initialization)
+    const std::u16string& path = entered.path;
     if (!next.If([&] { return FileExistsOnDisk(attachment.platform.files, path); })) {
         next([&] {
             attachment.platform.messages.Show(
@@ -48,30 +61,32 @@ bool AddEnteredFile(Attachment& attachment, const ItemDialog& dialog) {
         });
         return false;
     }
-    if (dialog.Option(Control::chkCopyItem) != 0) {
-        CopyToProjectFolder(attachment, {path, u"", status, notes, u"", Date{}, Date{}, u""});
+    const std::u16string action = ActionNumberIn(entered.action);
+    if (entered.isToBeCopied) {
+        CopyToProjectFolder(attachment, {path, u"", entered.status, entered.longDescription, u"",
+                                         Date{}, Date{}, u"", action});
     } else {
         AddFile(attachment,
                 ConvertToUNC(attachment.platform.network, attachment.platform.locale,
                              attachment.trace, path),
-                GetFileName(path), status, notes);
+                GetFileName(path), entered.status, entered.longDescription, Date{}, Date{}, action);
     }
     return true;
 }
 
-void AddEnteredLink(Attachment& attachment, const ItemDialog& dialog) {
+void AddEnteredLink(Attachment& attachment, const EnteredDocument& entered) {
     ResumeNext next{attachment.trace, u"NewDMSItem"};
     DocumentRecord record;
     record.objectType = kLinkDocument;
-    record.subject = dialog.Text(Control::TextPhysicalStore1);
+    record.subject = entered.path;
     record.creator = CurrentUser(attachment, next);
     record.creationDate = Now(attachment, next);
     record.lastModificationBy = record.creator;
     record.modificationDate = record.creationDate;
-    record.status = dialog.Text(Control::TextStatus);
-    record.longDescription = dialog.Text(Control::TextLongDescription);
-    record.physicalStore1 = record.subject;
-    record.physicalStore3 = SelectedActionNumber(attachment);
+    record.status = entered.status;
+    record.longDescription = entered.longDescription;
+    record.physicalStore1 = entered.path;
+    record.physicalStore3 = ActionNumberIn(entered.action);
     AddDMSItem(attachment, record, ItemFiling{Nothing(), -1, true, u""});
 }
 
@@ -89,8 +104,10 @@ GridRow DocumentToChange(Attachment& attachment, ResumeNext& next) {
         return row;
     }
     const bool isOne = ranges.size() == 1 && ranges.front().first == ranges.front().last;
-    const bool isCurrent =
-        isOne && next.If([&] { return grid.RowAt(ranges.front().first).Id() == row.Id(); });
+    const bool isCurrent = isOne && next.If([&] {
+        const std::int32_t selected = grid.RowAt(ranges.front().first).Id();
+        return selected == row.Id();
+    });
     return isCurrent ? row : GridRow();
 }
 
@@ -99,7 +116,7 @@ void FillFromRow(Attachment& attachment, ItemDialog& dialog, const GridRow& row)
     const Culture& locale = attachment.platform.locale;
     std::u16string action;
     next([&] { action = ToText(row.Get(field::kPhysicalStore3), locale); });
-    FillActionCombo(attachment, action);
+    FillActions(attachment, dialog, action);
     next([&] {
         const double kind = ToNumber(row.Get(field::kObjectType), locale);
         if (kind == kFileDocument) {
@@ -117,20 +134,30 @@ void FillFromRow(Attachment& attachment, ItemDialog& dialog, const GridRow& row)
     }
 }
 
-void WriteToRow(Attachment& attachment, const ItemDialog& dialog, const GridRow& row) {
+/// Nothing, too, while somebody else has the dialog.
+std::optional<EnteredDocument> EnterChange(Attachment& attachment, const GridRow& row) {
+    const TakenDialog dialog(attachment.forms);
+    if (!dialog) {
+        return std::nullopt;
+    }
+    FillFromRow(attachment, *dialog, row);
+    dialog->ShowDialog(false);
+    return Confirmed(*dialog);
+}
+
+void WriteToRow(Attachment& attachment, const EnteredDocument& entered, const GridRow& row) {
     ResumeNext next{attachment.trace, u"btnChangeDocument_Click"};
     next([&] {
         row.Set(field::kLastModificationBy, ToText(attachment.talvixCommon.Call(u"strCurrentUser"),
                                                    attachment.platform.locale));
     });
     next([&] { row.Set(field::kModificationDate, attachment.platform.clock.Now()); });
-    next([&] { row.Set(field::kStatus, dialog.Text(Control::TextStatus)); });
-    next([&] { row.Set(field::kLongDescription, dialog.Text(Control::TextLongDescription)); });
-    next([&] { row.Set(field::kPhysicalStore3, SelectedActionNumber(attachment)); });
-    if (dialog.Option(Control::optLink) != 0) {
-        const std::u16string& address = dialog.Text(Control::TextPhysicalStore1);
-        next([&] { row.Set(field::kPhysicalStore1, address); });
-        next([&] { row.Set(field::kSubject, address); });
+    next([&] { row.Set(field::kStatus, entered.status); });
+    next([&] { row.Set(field::kLongDescription, entered.longDescription); });
+    next([&] { row.Set(field::kPhysicalStore3, ActionNumberIn(entered.action)); });
+    if (entered.isLink) {
+        next([&] { row.Set(field::kPhysicalStore1, entered.path); });
+        next([&] { row.Set(field::kSubject, entered.path); });
     }
 }
 
@@ -142,19 +169,16 @@ void Persist(Attachment& attachment, ResumeNext& next) {
 
 void NewDMSItem(Attachment& attachment) {
     ResumeNext next{attachment.trace, u"NewDMSItem"};
-    FillActionCombo(attachment, u"");
-    ItemDialog& dialog = attachment.forms.Dialog();
-    const DialogInUse inUse(attachment.forms);
-    dialog.ShowDialog(true);
-    if (dialog.Cancelled()) {
+    const std::optional<EnteredDocument> entered = EnterNew(attachment);
+    if (!entered) {
         return;
     }
-    if (dialog.Option(Control::optFile) != 0) {
-        if (!AddEnteredFile(attachment, dialog)) {
+    if (entered->isFile) {
+        if (!AddEnteredFile(attachment, *entered)) {
             return;
         }
-    } else if (dialog.Option(Control::optLink) != 0) {
-        AddEnteredLink(attachment, dialog);
+    } else if (entered->isLink) {
+        AddEnteredLink(attachment, *entered);
     }
     CheckVersion(attachment);
     Persist(attachment, next);
@@ -172,12 +196,10 @@ void btnChangeDocument_Click(Attachment& attachment) {
     if (!row) {
         return;
     }
-    ItemDialog& dialog = attachment.forms.Dialog();
-    const DialogInUse inUse(attachment.forms);
-    FillFromRow(attachment, dialog, row);
-    dialog.ShowDialog(false);
-    if (!dialog.Cancelled()) {
-        WriteToRow(attachment, dialog, row);
+    std::optional<EnteredDocument> entered;
+    next([&] { entered = EnterChange(attachment, row); });
+    if (entered) {
+        WriteToRow(attachment, *entered, row);
     }
     Persist(attachment, next);
 }

@@ -62,7 +62,7 @@ private:
     /// Outlook asks the user before a program may read an item; the wrapper spares that question.
     void MakeSafeWrappers() {
         std::u16string programId = u"Redemption.Safe";
-        next_([&] { programId += item_.Target().TypeName(); });
+        next_([&] { programId += item_.AsObject()->TypeName(); });
         for (Late* wrapper : {&wrapperA_, &wrapperB_}) {
             next_([&] { *wrapper = Late(attachment_.platform.objects.Create(programId)); });
         }

@@ -32,6 +32,14 @@ struct ItemControlState {
     bool isLocked = false; ///< shown, but not to be edited
 };
 
+/// What a user, or another program, can change in a control.
+struct ItemContent {
+    std::u16string text;
+    std::int32_t value = 0; ///< 1 for a chosen option or a ticked box
+
+    bool operator==(const ItemContent& other) const = default;
+};
+
 /// Data that is dropped; one that a source does not offer is missing.
 struct DroppedData {
     std::optional<std::vector<std::u16string>> files;
@@ -44,8 +52,6 @@ public:
     virtual ~ItemWindow() = default;
     /// Shows a control's state anew.
     virtual void Refresh(ItemControl control) = 0;
-    /// Shows the list of actions anew.
-    virtual void RefreshActions() = 0;
     /// Width of the drop-down list in pixels; the list is never narrower than its control.
     virtual void SetDropWidth(std::int32_t pixels) = 0;
     /// Average width in pixels of the letters of the system's variable font.
@@ -64,6 +70,9 @@ public:
     /// The window is there, but not yet to be seen.
     virtual void Opened(ItemWindow& window) = 0;
     virtual void Closed() = 0;
+    /// What a control holds by now, told before any event: other programs set texts, boxes and
+    /// lists without an event of their own. What still shows the form's state is not told.
+    virtual void Found(ItemControl control, const ItemContent& content) = 0;
     /// A button, box or option was pressed; the close box is btnCancel.
     virtual void Click(ItemControl control) = 0;
     /// The user has changed a control's text.

@@ -69,14 +69,24 @@ Value AddDMSItem(MainObject& object, const Call& call) {
     record.physicalStore1 = read.Text(8);
     record.physicalStore2 = read.Text(9);
     record.physicalStore3 = read.Text(10);
-    object.main->AddDMSItem(record, {call.At(11), read.Long(12), read.Truth(13), read.Text(14)});
+    ItemFiling filing;
+    filing.item = call.At(11);
+    filing.operation = read.Long(12);
+    filing.writeToBody = read.Truth(13);
+    filing.subfolder = read.Text(14);
+    object.main->AddDMSItem(record, filing);
     return {};
 }
 
 Value AddFile(MainObject& object, const Call& call) {
     const ArgumentReader read(object, call);
-    object.main->AddFile(read.Text(0), read.Text(1), read.Text(2), read.Text(3), read.When(4),
-                         read.When(5));
+    const std::u16string store = read.Text(0);
+    const std::u16string subject = read.Text(1);
+    const std::u16string status = read.Text(2);
+    const std::u16string longDescription = read.Text(3);
+    const Date creation = read.When(4);
+    const Date modification = read.When(5);
+    object.main->AddFile(store, subject, status, longDescription, creation, modification);
     return {};
 }
 

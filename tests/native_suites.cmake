@@ -2,6 +2,8 @@
 set(tests $<TARGET_FILE:talvix_tests>)
 talvix_suite(portable LABELS fast SECONDS 120 KIND gtest COMMAND ${tests})
 talvix_suite(structure LABELS fast SECONDS 60 KIND whole COMMAND python3 tests/structure/structure_check.py .)
+talvix_suite(late-order LABELS fast SECONDS 60 KIND whole COMMAND python3 tests/structure/late_order_check.py .)
+talvix_suite(order LABELS fast SECONDS 30 KIND whole COMMAND python3 tests/structure/late_order_check.py .)
 talvix_suite(format LABELS fast SECONDS 60 KIND whole COMMAND tools/format --check)
 talvix_suite(reference LABELS fast SECONDS 30 KIND whole COMMAND tools/make-reference --check)
 talvix_suite(docs LABELS fast SECONDS 30 KIND whole COMMAND python3 tests/structure/docs_check.py .)

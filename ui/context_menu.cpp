@@ -1,6 +1,7 @@
 #include "ui/context_menu.h"
 
 #include "automation/resume_next.h"
+#include "automation/text.h"
 #include "core/document_record.h"
 #include "operations/enter_document.h"
 #include "ui/dms_dispatcher.h"
@@ -34,12 +35,12 @@ constexpr MenuEntry kEntries[] = {{menu_command::kOpen, u"Öffnen"},
                                   {menu_command::kProperties, u"Eigenschaften"}};
 
 std::u16string EntryText(const GridColumn& column) {
-    return column.Key() == field::kIcon ? std::u16string(kIconText) : column.Caption();
+    return SameName(column.Key(), field::kIcon) ? std::u16string(kIconText) : column.Caption();
 }
 
 /// Columns that users never see have no entry.
 bool HasEntry(std::u16string_view key) {
-    return key != field::kObjectType && key != field::kPhysicalStore3;
+    return !SameName(key, field::kObjectType) && !SameName(key, field::kPhysicalStore3);
 }
 
 void AddColumns(Attachment& attachment, PopupMenu& view) {
@@ -52,8 +53,8 @@ void AddColumns(Attachment& attachment, PopupMenu& view) {
             const GridColumn column = attachment.dmsGrid.ColumnAt(position);
             if (HasEntry(column.Key())) {
                 view.AddEntry(command, EntryText(column), true);
-                view.SetChecked(command, !column.IsHidden());
-                ++command;
+                const std::int32_t own = command++;
+                view.SetChecked(own, !column.IsHidden());
             }
         });
     }
@@ -88,12 +89,11 @@ void ToggleColumn(Attachment& attachment, std::int32_t command) {
     if (!column) {
         return;
     }
-    bool isHidden = false;
     next([&] {
-        isHidden = !column->IsHidden();
-        column->SetHidden(isHidden);
+        const bool wasHidden = column->IsHidden();
+        column->SetHidden(!wasHidden);
     });
-    next([&] { menu->SetChecked(command, !isHidden); });
+    next([&] { menu->SetChecked(command, !column->IsHidden()); }); // a grid may refuse
     next([&] { attachment.dmsGrid.RefreshRows(); });
 }
 

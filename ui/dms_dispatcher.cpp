@@ -34,12 +34,13 @@ void DMSDispatcher::Timer(ProgressTimer timer) {
 }
 
 void DMSDispatcher::DMSTimer_Timer() {
-    ClearLabel();
-    if (window_->IsVisible()) {
-        window_->EnableTimer(ProgressTimer::DMSTimer, false);
-        ImportProjectFolder(attachment_);
-        window_->Hide();
-        ClearLabel();
+    ResumeNext next{attachment_.trace, u"DMSTimer_Timer"};
+    next([&] { ClearLabel(); });
+    if (window_->IsVisible()) { // whatever fails, the form goes in the end
+        next([&] { window_->EnableTimer(ProgressTimer::DMSTimer, false); });
+        next([&] { ImportProjectFolder(attachment_); });
+        next([&] { window_->Hide(); });
+        next([&] { ClearLabel(); });
     }
 }
 

@@ -134,9 +134,9 @@ void btnExportDocuments_Click(Attachment& attachment) {
     ResumeNext next{attachment.trace, u"btnExportDocuments_Click"};
     next([&] { attachment.talvixManaging.Call(u"SetUserFieldValues"); });
     next([&] {
-        attachment.talvixExport.Call(u"ExportItem", attachment.Item().Get(), u"Dokumente",
-                                     Missing(),
-                                     attachment.talvixManaging.Call(u"GetXMLDataAsString"));
+        const Late item = attachment.Item();
+        const Value xml = attachment.talvixManaging.Call(u"GetXMLDataAsString");
+        attachment.talvixExport.Call(u"ExportItem", item.Get(), u"Dokumente", Missing(), xml);
     });
 }
 

@@ -79,11 +79,11 @@ void ItemDialog::ClearActions() {
     SetText(Control::ActionCombo, u"");
 }
 
-void ItemDialog::ShowActions() {
-    if (window_ != nullptr) {
-        window_->RefreshActions();
-        window_->Refresh(Control::ActionCombo);
-    }
+EnteredDocument ItemDialog::Entered() const {
+    return {Option(Control::optFile) != 0,     Option(Control::optLink) != 0,
+            Option(Control::chkCopyItem) != 0, Text(Control::TextPhysicalStore1),
+            Text(Control::TextStatus),         Text(Control::TextLongDescription),
+            Text(Control::ActionCombo)};
 }
 
 void ItemDialog::PrepareNew() {
@@ -125,9 +125,6 @@ void ItemDialog::PrepareChange() {
 
 void ItemDialog::ShowDialog(bool isNew) {
     ResumeNext next{trace_, u"ShowDialog"};
-    if (isShown_) {
-        return;
-    }
     cancelled_ = true;
     if (isNew) {
         PrepareNew();
@@ -135,9 +132,7 @@ void ItemDialog::ShowDialog(bool isNew) {
         PrepareChange();
     }
     UpdateControls();
-    isShown_ = true;
     next([&] { platform_.dialogs.ShowItemForm(*this); });
-    isShown_ = false;
     if (isNew && !cancelled_) {
         next([&] {
             RegSaveDWord(platform_.registry, kCurrentUser, kFormSettings, kCopyItemSelected,
@@ -214,6 +209,11 @@ void ItemDialog::Click(ItemControl control) {
     default:
         break;
     }
+}
+
+void ItemDialog::Found(ItemControl control, const ItemContent& content) {
+    At(control).text = content.text;
+    At(control).value = content.value;
 }
 
 void ItemDialog::Change(ItemControl control, std::u16string_view text) {

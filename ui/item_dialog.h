@@ -7,6 +7,17 @@
 
 namespace talvix {
 
+/// What the user has entered.
+struct EnteredDocument {
+    bool isFile = false;
+    bool isLink = false; ///< an Outlook item is neither
+    bool isToBeCopied = false;
+    std::u16string path;
+    std::u16string status;
+    std::u16string longDescription;
+    std::u16string action; ///< the entry that is chosen in the list of actions
+};
+
 /// The dialog in which a document is entered or changed. It decides and keeps; a window shows it
 /// while it is open. Its controls keep what they hold from one showing to the next.
 class ItemDialog : public ItemForm {
@@ -14,10 +25,10 @@ public:
     ItemDialog(Platform& platform, Trace& trace);
 
     /// Shows the dialog, empty for a new document or as the caller has filled it, until the user
-    /// ends it. Nothing while it is shown already.
+    /// ends it.
     void ShowDialog(bool isNew);
     bool Cancelled() const { return cancelled_; }
-    bool IsShown() const { return isShown_; }
+    EnteredDocument Entered() const;
 
     std::int32_t Option(ItemControl option) const { return State(option).value; }
     const std::u16string& Text(ItemControl control) const { return State(control).text; }
@@ -28,14 +39,13 @@ public:
     void ClearOptions();
     void ClearActions();
     void AddAction(std::u16string text) { actions_.push_back(std::move(text)); }
-    /// To be called after the last action was added: a dialog that is open shows them.
-    void ShowActions();
 
     const std::u16string& Caption() const override { return caption_; }
     const ItemControlState& State(ItemControl control) const override;
     const std::vector<std::u16string>& Actions() const override { return actions_; }
     void Opened(ItemWindow& window) override;
     void Closed() override { window_ = nullptr; }
+    void Found(ItemControl control, const ItemContent& content) override;
     void Click(ItemControl control) override;
     void Change(ItemControl control, std::u16string_view text) override;
     void Drop(std::optional<ItemControl> target, const DroppedData& data) override;
@@ -60,7 +70,6 @@ private:
     std::u16string caption_ = u"Neues Dokument";
     ItemWindow* window_ = nullptr;
     bool cancelled_ = false;
-    bool isShown_ = false;
 };
 
 } // namespace talvix

@@ -10,7 +10,8 @@ constexpr WORD kOrdinalFollows = 0xFFFF;
 
 } // namespace
 
-DialogTemplate::DialogTemplate(DWORD style, const DialogRect& place, std::u16string_view caption) {
+DialogTemplate::DialogTemplate(DWORD style, const DialogRect& place, std::u16string_view caption,
+                               std::u16string_view font) {
     Append(style | DS_SETFONT);
     Append(DWORD{0});
     words_.push_back(0); // number of controls
@@ -19,7 +20,7 @@ DialogTemplate::DialogTemplate(DWORD style, const DialogRect& place, std::u16str
     words_.push_back(0); // the standard class
     Append(caption);
     words_.push_back(kPointSize);
-    Append(u"MS Shell Dlg");
+    Append(font);
 }
 
 void DialogTemplate::Add(WORD kind, WORD id, DWORD style, const DialogRect& place,
@@ -60,8 +61,9 @@ void CenterOverOwner(HWND dialog) {
     HWND owner = GetWindow(dialog, GW_OWNER);
     RECT own{};
     RECT over{};
-    const BOOL known = owner != nullptr ? GetWindowRect(owner, &over)
-                                        : SystemParametersInfoW(SPI_GETWORKAREA, 0, &over, 0);
+    const bool isOver = owner != nullptr && IsWindowVisible(owner) != FALSE;
+    const BOOL known =
+        isOver ? GetWindowRect(owner, &over) : SystemParametersInfoW(SPI_GETWORKAREA, 0, &over, 0);
     if (known == FALSE || GetWindowRect(dialog, &own) == FALSE) {
         return;
     }

@@ -19,7 +19,9 @@ struct DialogRect {
 /// A dialog's description in memory, as Windows reads it (DLGTEMPLATE).
 class DialogTemplate {
 public:
-    DialogTemplate(DWORD style, const DialogRect& place, std::u16string_view caption);
+    /// The font is taken in 8 points.
+    DialogTemplate(DWORD style, const DialogRect& place, std::u16string_view caption,
+                   std::u16string_view font = u"MS Shell Dlg");
     /// `kind` is the number of a standard class, such as kButtonKind.
     void Add(WORD kind, WORD id, DWORD style, const DialogRect& place, std::u16string_view text);
     const DLGTEMPLATE* Get() const { return reinterpret_cast<const DLGTEMPLATE*>(words_.data()); }
@@ -37,7 +39,7 @@ private:
     std::vector<WORD> words_;
 };
 
-/// Moves a dialog into the middle of its owner, or of the screen where it has none.
+/// Moves a dialog into the middle of its owner, or of the screen where it has none to be seen.
 void CenterOverOwner(HWND dialog);
 
 } // namespace talvix

@@ -27,11 +27,12 @@ std::unique_ptr<ProgressWindow> Win32Dialogs::MakeProgress(const ProgressForm& f
 std::optional<std::u16string> Win32Dialogs::ChooseFile(const FileChooser& chooser) {
     std::u16string file(std::max(chooser.bufferLength, chooser.fileName.size() + 1), u'\0');
     std::copy(chooser.fileName.begin(), chooser.fileName.end(), file.begin());
+    const ModalOwner owner;
     OPENFILENAMEW dialog{};
     dialog.lStructSize = sizeof dialog;
     dialog.hwndOwner = chooser.owner != 0
                            ? reinterpret_cast<HWND>(static_cast<LONG_PTR>(chooser.owner))
-                           : OwnerForModal();
+                           : owner.Get();
     dialog.lpstrFilter = Wide(chooser.filter);
     dialog.nFilterIndex = 1;
     dialog.lpstrFile = WideBuffer(file);

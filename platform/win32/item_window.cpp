@@ -12,6 +12,7 @@
 #include "platform/win32/wide.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 #include <utility>
 
@@ -22,8 +23,18 @@ namespace {
 constexpr int kFirstId = 100;
 constexpr int kTwipsPerInch = 1440;
 constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME;
+constexpr wchar_t kFont[] = L"MS Sans Serif";
 constexpr ItemControl kDropTargets[] = {ItemControl::TextPhysicalStore1, ItemControl::TextStatus,
                                         ItemControl::TextLongDescription};
+
+bool IsOption(ItemControl control) {
+    return control == ItemControl::optFile || control == ItemControl::optLink;
+}
+
+bool IsEntry(ItemControl control) {
+    return control == ItemControl::TextPhysicalStore1 || control == ItemControl::TextStatus ||
+           control == ItemControl::TextLongDescription;
+}
 
 std::u16string TextOfWindow(HWND window) {
     std::u16string text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, u'\0');
@@ -37,7 +48,7 @@ HFONT FontOf(int dpi, LONG weight) {
     font.lfHeight = -MulDiv(825, dpi, 7200); // 8.25 points
     font.lfWeight = weight;
     font.lfCharSet = DEFAULT_CHARSET;
-    std::copy_n(L"MS Shell Dlg", 13, font.lfFaceName);
+    std::copy(std::begin(kFont), std::end(kFont), font.lfFaceName);
     return CreateFontIndirectW(&font);
 }
 
@@ -61,10 +72,10 @@ int Win32ItemWindow::Pixels(int twips) const {
 void Win32ItemWindow::ShowModal() {
     const OleScope ole;
     const VisualStyles styles;
-    const HWND owner = OwnerForModal();
-    const ThreadWindowsDisabled others(owner);
-    const DialogTemplate description(kStyle, {0, 0, 10, 10}, form_.Caption());
-    const INT_PTR result = DialogBoxIndirectParamW(ModuleHandle(), description.Get(), owner,
+    const ModalOwner owner;
+    const ThreadWindowsDisabled others(owner.Get());
+    const DialogTemplate description(kStyle, {0, 0, 10, 10}, form_.Caption(), TextOf(kFont));
+    const INT_PTR result = DialogBoxIndirectParamW(ModuleHandle(), description.Get(), owner.Get(),
                                                    Procedure, reinterpret_cast<LPARAM>(this));
     if (result <= 0) {
         throw Failure(failure_number::kUnexpected, u"The dialog cannot be shown");
@@ -86,7 +97,7 @@ void Win32ItemWindow::Initialize() {
     font_.Reset(FontOf(dpi_, FW_NORMAL));
     boldFont_.Reset(FontOf(dpi_, FW_BOLD));
     MakeParts();
-    RefreshActions();
+    ShowActions();
     form_.Opened(*this);
     for (std::size_t control = 0; control < kItemControls; ++control) {
         Refresh(static_cast<ItemControl>(control));
@@ -117,7 +128,7 @@ void Win32ItemWindow::MakeParts() {
     SendMessageW(At(ItemControl::TextPhysicalStore1), EM_SETLIMITTEXT, 0, 0);
 }
 
-void Win32ItemWindow::RefreshActions() {
+void Win32ItemWindow::ShowActions() {
     HWND combo = At(ItemControl::ActionCombo);
     SendMessageW(combo, CB_RESETCONTENT, 0, 0);
     const std::vector<std::u16string>& actions = form_.Actions();
@@ -130,11 +141,15 @@ void Win32ItemWindow::RefreshActions() {
 }
 
 void Win32ItemWindow::RegisterDrops() {
-    drops_.emplace_back(dialog_,
-                        [this](const DroppedData& data) { form_.Drop(std::nullopt, data); });
+    const auto accept = [this](HWND window, std::optional<ItemControl> target) {
+        drops_.emplace_back(window, [this, target](const DroppedData& data) {
+            TellFound(std::nullopt);
+            form_.Drop(target, data);
+        });
+    };
+    accept(dialog_, std::nullopt);
     for (const ItemControl control : kDropTargets) {
-        drops_.emplace_back(
-            At(control), [this, control](const DroppedData& data) { form_.Drop(control, data); });
+        accept(At(control), control);
     }
 }
 
@@ -174,20 +189,44 @@ void Win32ItemWindow::Refresh(ItemControl control) {
         break;
     }
     isShowing_ = before;
+    known_[static_cast<std::size_t>(control)] = Content(control);
+}
+
+ItemContent Win32ItemWindow::Content(ItemControl control) const {
+    if (IsEntry(control)) {
+        return {TextOfWindow(At(control)), 0};
+    }
+    if (control == ItemControl::ActionCombo) {
+        return {ChosenAction(), 0};
+    }
+    const bool isTicked = (IsOption(control) || control == ItemControl::chkCopyItem) &&
+                          SendMessageW(At(control), BM_GETCHECK, 0, 0) == BST_CHECKED;
+    return {u"", isTicked ? 1 : 0};
+}
+
+void Win32ItemWindow::TellFound(std::optional<ItemControl> about) {
+    for (std::size_t at = 0; at < kItemControls; ++at) {
+        const auto control = static_cast<ItemControl>(at);
+        const bool isAbout = control == about || (about && IsOption(*about) && IsOption(control));
+        if (isAbout && control != ItemControl::chkCopyItem) {
+            continue;
+        }
+        ItemContent content = Content(control);
+        if (isAbout) {
+            content.value = 1 - content.value; // the box has turned itself already
+        }
+        if (content != known_[at]) {
+            known_[at] = content;
+            form_.Found(control, content);
+        }
+    }
 }
 
 std::u16string Win32ItemWindow::ChosenAction() const {
-    HWND combo = At(ItemControl::ActionCombo);
-    const LRESULT chosen = SendMessageW(combo, CB_GETCURSEL, 0, 0);
-    const LRESULT length = SendMessageW(combo, CB_GETLBTEXTLEN, static_cast<WPARAM>(chosen), 0);
-    if (chosen < 0 || length <= 0) {
-        return {};
-    }
-    std::u16string text(static_cast<std::size_t>(length) + 1, u'\0');
-    SendMessageW(combo, CB_GETLBTEXT, static_cast<WPARAM>(chosen),
-                 reinterpret_cast<LPARAM>(WideBuffer(text)));
-    text.resize(static_cast<std::size_t>(length));
-    return text;
+    const std::vector<std::u16string>& actions = form_.Actions();
+    const auto chosen =
+        static_cast<std::size_t>(SendMessageW(At(ItemControl::ActionCombo), CB_GETCURSEL, 0, 0));
+    return chosen < actions.size() ? actions[chosen] : std::u16string();
 }
 
 void Win32ItemWindow::SetDropWidth(std::int32_t pixels) {
@@ -210,14 +249,15 @@ void Win32ItemWindow::OnCommand(int id, int notification) {
         if (IdOf(control) != id || isShowing_) {
             continue;
         }
-        const bool isEntry = control == ItemControl::TextPhysicalStore1 ||
-                             control == ItemControl::TextStatus ||
-                             control == ItemControl::TextLongDescription;
-        if (isEntry && notification == EN_CHANGE) {
-            form_.Change(control, TextOfWindow(At(control)));
-        } else if (control == ItemControl::ActionCombo && notification == CBN_SELCHANGE) {
-            form_.Change(control, ChosenAction());
-        } else if (!isEntry && control != ItemControl::ActionCombo && notification == BN_CLICKED) {
+        const bool isList = control == ItemControl::ActionCombo;
+        const int change = isList ? CBN_SELCHANGE : EN_CHANGE;
+        if ((isList || IsEntry(control)) && notification == change) {
+            TellFound(control);
+            const ItemContent content = Content(control);
+            known_[at] = content;
+            form_.Change(control, content.text);
+        } else if (!isList && !IsEntry(control) && notification == BN_CLICKED) {
+            TellFound(control);
             form_.Click(control);
         }
     }

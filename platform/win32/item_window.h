@@ -23,7 +23,6 @@ public:
     void ShowModal();
 
     void Refresh(ItemControl control) override;
-    void RefreshActions() override;
     void SetDropWidth(std::int32_t pixels) override;
     std::int32_t AverageCharWidth() override;
     void Hide() override;
@@ -36,6 +35,11 @@ private:
     INT_PTR Handle(UINT message, WPARAM wParam);
     void Initialize();
     void MakeParts();
+    void ShowActions();
+    ItemContent Content(ItemControl control) const;
+    /// Tells the form what controls hold by now that have not reported it. The control that an
+    /// event is about reports for itself; nothing for an event about none.
+    void TellFound(std::optional<ItemControl> about);
     /// What is chosen in the list of actions.
     std::u16string ChosenAction() const;
     void RegisterDrops();
@@ -45,6 +49,7 @@ private:
     void ShowText(HWND window, const std::u16string& text);
 
     ItemForm& form_;
+    std::array<ItemContent, kItemControls> known_; ///< what the form has been told, or has shown
     HWND dialog_ = nullptr;
     int dpi_ = 96;
     OwnedFont font_;

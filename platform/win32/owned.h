@@ -95,6 +95,12 @@ struct AcceleratorTraits {
     static void End(Handle handle) { DestroyAcceleratorTable(handle); }
 };
 
+struct WindowTraits {
+    using Handle = HWND;
+    static Handle None() { return nullptr; }
+    static void End(Handle window) { DestroyWindow(window); }
+};
+
 using OwnedKey = Owned<KeyTraits>;
 using OwnedFind = Owned<FindTraits>;
 using OwnedFile = Owned<FileTraits>;
@@ -108,6 +114,7 @@ using OwnedBitmap = Owned<GdiTraits<HBITMAP>>;
 using OwnedBrush = Owned<GdiTraits<HBRUSH>>;
 using OwnedPen = Owned<GdiTraits<HPEN>>;
 using OwnedMemoryDc = Owned<MemoryDcTraits>;
+using OwnedWindow = Owned<WindowTraits>;
 using OwnedAccelerators = Owned<AcceleratorTraits>;
 
 } // namespace talvix

@@ -65,11 +65,11 @@ bool Win32ProgressWindow::IsVisible() const {
 
 void Win32ProgressWindow::ShowModal(ProgressEvents& events) {
     const VisualStyles styles;
-    const HWND owner = OwnerForModal();
-    const ThreadWindowsDisabled others(owner);
+    const ModalOwner owner;
+    const ThreadWindowsDisabled others(owner.Get());
     const DialogTemplate description = Template(form_);
     events_ = &events;
-    const INT_PTR result = DialogBoxIndirectParamW(ModuleHandle(), description.Get(), owner,
+    const INT_PTR result = DialogBoxIndirectParamW(ModuleHandle(), description.Get(), owner.Get(),
                                                    Procedure, reinterpret_cast<LPARAM>(this));
     dialog_ = nullptr;
     events_ = nullptr;

@@ -1,5 +1,7 @@
 #include "platform/win32/thread_windows.h"
 
+#include "platform/win32/com/module.h"
+
 namespace talvix {
 
 namespace {
@@ -37,12 +39,15 @@ BOOL CALLBACK ThreadWindowsDisabled::Disable(HWND window, LPARAM own) {
     return TRUE;
 }
 
-HWND OwnerForModal() {
-    HWND owner = GetActiveWindow();
-    if (owner == nullptr) {
-        EnumThreadWindows(GetCurrentThreadId(), TakeVisible, reinterpret_cast<LPARAM>(&owner));
+ModalOwner::ModalOwner() {
+    if (owner_ == nullptr) {
+        EnumThreadWindows(GetCurrentThreadId(), TakeVisible, reinterpret_cast<LPARAM>(&owner_));
     }
-    return owner;
+    if (owner_ == nullptr) {
+        hidden_.Reset(CreateWindowExW(WS_EX_TOOLWINDOW, L"STATIC", L"", WS_POPUP, 0, 0, 0, 0,
+                                      nullptr, nullptr, ModuleHandle(), nullptr));
+        owner_ = hidden_.Get();
+    }
 }
 
 } // namespace talvix

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/win32/owned.h"
+
 #include <windows.h>
 
 #include <vector>
@@ -25,7 +27,15 @@ private:
 };
 
 /// The window of this thread that a modal window stands over: the active one, else one that is to
-/// be seen, else null.
-HWND OwnerForModal();
+/// be seen, else a hidden one of its own, as a window without an owner has a place in the task bar.
+class ModalOwner {
+public:
+    ModalOwner();
+    HWND Get() const { return owner_; }
+
+private:
+    HWND owner_ = GetActiveWindow();
+    OwnedWindow hidden_;
+};
 
 } // namespace talvix

@@ -113,7 +113,7 @@ TEST(Component, NoVariableOfTheCallerIsChanged) {
         argument.pbstrVal = &path;
     }
     DISPPARAMS parameters{arguments, nullptr, 4, 0};
-    const auto& dispatch = dynamic_cast<const DispatchObject&>(rig.main.Target());
+    const auto& dispatch = dynamic_cast<const DispatchObject&>(*rig.main.AsObject());
     EXPECT_EQ(dispatch.Dispatch()->Invoke(7, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr,
                                           nullptr, nullptr),
               S_OK);

@@ -39,7 +39,7 @@ struct ContainerRig {
                                 10, 640, 300, nullptr, nullptr, nullptr, nullptr);
         const auto attach = reinterpret_cast<Attach>(
             reinterpret_cast<void*>(GetProcAddress(atl, "AtlAxAttachControl")));
-        EXPECT_EQ(attach(dynamic_cast<const DispatchObject&>(grid.Target()).Dispatch(), frame,
+        EXPECT_EQ(attach(dynamic_cast<const DispatchObject&>(*grid.AsObject()).Dispatch(), frame,
                          container.Out()),
                   S_OK);
         window = reinterpret_cast<HWND>(static_cast<LONG_PTR>(Number(grid.Call(u"hWnd"))));
@@ -48,7 +48,7 @@ struct ContainerRig {
         for (const auto* name : {u"c", u"a", u"b"}) {
             grid[u"Rows"][u"Add"].SetAt(u"Value", u"Name", name);
         }
-        subscription = grid.Target().Subscribe(recorder, {});
+        subscription = grid.AsObject()->Subscribe(recorder, {});
         Pump();
     }
     ~ContainerRig() {

@@ -136,7 +136,7 @@ TEST(Container, TheControlDrawsWithoutAWindow) {
     const Late grid = CreateByName(u"TalvixGrid.Grid");
     grid[u"Columns"](u"Add", u"Name");
     const auto view =
-        ComPtr<IViewObject>::From(dynamic_cast<const DispatchObject&>(grid.Target()).Dispatch());
+        ComPtr<IViewObject>::From(dynamic_cast<const DispatchObject&>(*grid.AsObject()).Dispatch());
     ASSERT_TRUE(view);
     const ScreenDc screen;
     const OwnedMemoryDc memory(CreateCompatibleDC(screen.Get()));

@@ -81,7 +81,7 @@ std::vector<std::u16string> FilesIn(HDROP drop) {
 
 ComPtr<IPersistStreamInit> PersistenceOf(const Late& grid) {
     return ComPtr<IPersistStreamInit>::From(
-        dynamic_cast<const DispatchObject&>(grid.Target()).Dispatch());
+        dynamic_cast<const DispatchObject&>(*grid.AsObject()).Dispatch());
 }
 
 ComPtr<IStream> StreamOf(const std::string& bytes) {
@@ -311,7 +311,7 @@ TEST(Control, AStreamThatIsCutOrForeignIsRefusedAndChangesNothing) {
 TEST(Control, FrozenEventsAreNotTold) {
     ContainerRig rig;
     const auto control = ComPtr<IOleControl>::From(
-        dynamic_cast<const DispatchObject&>(rig.grid.Target()).Dispatch());
+        dynamic_cast<const DispatchObject&>(*rig.grid.AsObject()).Dispatch());
     ASSERT_TRUE(control);
     control->FreezeEvents(TRUE);
     rig.Click(30, rig.MiddleOf(2));
@@ -324,8 +324,8 @@ TEST(Control, FrozenEventsAreNotTold) {
 
 TEST(Control, WhileAFormIsDesignedHandsReachTheContainerOnly) {
     ContainerRig rig;
-    const auto object =
-        ComPtr<IOleObject>::From(dynamic_cast<const DispatchObject&>(rig.grid.Target()).Dispatch());
+    const auto object = ComPtr<IOleObject>::From(
+        dynamic_cast<const DispatchObject&>(*rig.grid.AsObject()).Dispatch());
     const auto design = MakeCom<DesignSite>(false);
     object->SetClientSite(design.Get());
     rig.Click(30, rig.MiddleOf(2));
@@ -341,7 +341,7 @@ TEST(Control, WhileAFormIsDesignedHandsReachTheContainerOnly) {
 TEST(Control, TheControlsDataAreItsSelectedRows) {
     ContainerRig rig;
     const auto data = ComPtr<IDataObject>::From(
-        dynamic_cast<const DispatchObject&>(rig.grid.Target()).Dispatch());
+        dynamic_cast<const DispatchObject&>(*rig.grid.AsObject()).Dispatch());
     ASSERT_TRUE(data);
     FORMATETC wanted{CF_UNICODETEXT, nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
     EXPECT_EQ(data->QueryGetData(&wanted), DV_E_FORMATETC) << "nothing is selected";

@@ -71,7 +71,7 @@ void Drag(const ContainerRig& rig, POINT from, POINT to) {
 struct DragRig {
     explicit DragRig(bool wants) {
         taker->wants = wants;
-        subscription = rig.grid.Target().Subscribe(taker, {});
+        subscription = rig.grid.AsObject()->Subscribe(taker, {});
         rig.grid[u"Columns"](u"Add", u"Pfad").Set(u"Width", 200);
         rig.grid.Set(u"FileColumn", u"Pfad");
         const int rows = 3;

@@ -37,7 +37,7 @@ TEST(Events, ArriveByNameAndEndWithTheSubscription) {
     const Late grid = CreateByName(u"TalvixGrid.Grid");
     grid[u"Columns"](u"Add", u"Name");
     const auto recorder = std::make_shared<EventRecorder>();
-    Subscription subscription = grid.Target().Subscribe(recorder, {});
+    Subscription subscription = grid.AsObject()->Subscribe(recorder, {});
     grid[u"Groups"](u"Add", u"Name");
     EXPECT_EQ(recorder->names, (std::vector<std::u16string>{u"AfterGroupChange"}));
     EXPECT_EQ(recorder->counts, (std::vector<std::size_t>{2}));

@@ -208,7 +208,7 @@ TEST(WorstHosts, AControlDestroyedFromInsideItsEventsHarmsNobody) {
         ContainerRig rig;
         const HWND window = rig.window;
         const auto destroyer = std::make_shared<Destroyer>(name, rig);
-        auto subscription = rig.grid.Target().Subscribe(destroyer, {});
+        auto subscription = rig.grid.AsObject()->Subscribe(destroyer, {});
         const int y = rig.MiddleOf(2);
         rig.Click(20, y);
         SendMessageW(window, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(20, y));

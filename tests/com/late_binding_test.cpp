@@ -129,17 +129,19 @@ TEST(LateBinding, OptionalAndNamedArgumentsArrive) {
     EXPECT_THROW(late.Call(u"Join", 1, Missing(), 3), Failure);
     const std::array<Value, 3> values{u"a", u"c", u"b"};
     const std::array<std::u16string_view, 2> names{u"third", u"second"};
-    EXPECT_EQ(InvokeByName(late.Target(), u"Join", access::kMethod, {values, names}),
+    EXPECT_EQ(InvokeByName(*late.AsObject(), u"Join", access::kMethod, {values, names}),
               Value(u"a-b-c"));
     const std::array<std::u16string_view, 1> unknown{u"vierte"};
-    EXPECT_THROW(InvokeByName(late.Target(), u"Join", access::kMethod, {values, unknown}), Failure);
+    EXPECT_THROW(InvokeByName(*late.AsObject(), u"Join", access::kMethod, {values, unknown}),
+                 Failure);
 }
 
 TEST(LateBinding, TheDefaultMemberIsNumberZero) {
     const auto target = std::make_shared<Calculator>();
     const Late late = Abroad(target);
     const std::array<Value, 1> key{u"Schlüssel"};
-    EXPECT_EQ(late.Target().Invoke(kDefaultMember, access::kCall, {key, {}}), Value(u"Schlüssel"));
+    EXPECT_EQ(late.AsObject()->Invoke(kDefaultMember, access::kCall, {key, {}}),
+              Value(u"Schlüssel"));
     late.SetAt(u"Item", u"k", 5);
     EXPECT_EQ(target->put, Value(5));
     late.SetAt(u"Item", u"k", std::make_shared<Expando>(u"Bild"));

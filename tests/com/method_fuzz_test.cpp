@@ -269,7 +269,7 @@ private:
 };
 
 IDispatch* DispatchOf(const Late& object) {
-    return dynamic_cast<const DispatchObject&>(object.Target()).Dispatch();
+    return dynamic_cast<const DispatchObject&>(*object.AsObject()).Dispatch();
 }
 
 } // namespace

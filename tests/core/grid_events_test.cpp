@@ -1,3 +1,4 @@
+#include "automation/failure.h"
 #include "automation/text.h"
 #include "tests/fakes/main_rig.h"
 #include "ui/context_menu.h"
@@ -249,6 +250,98 @@ TEST(ContextMenu, OfTwoColumnsWithOneCaptionTheFirstIsToggled) {
     DispatchCommand(rig.main->Attached(), commands[1]);
     EXPECT_EQ(grid(u"Columns", u"Subject").Call(u"Hidden"), Value(true));
     EXPECT_EQ(grid(u"Columns", u"Status").Call(u"Hidden"), hidden);
+}
+
+namespace {
+
+/// The named call of the grid fails from now on, every one or the one of that number.
+void Fail(MainRig& rig, std::u16string_view call, int number = 0) {
+    rig.fakes.journal.onStep = [call, number, count = 0](std::u16string_view what) mutable {
+        if (what == call && (++count == number || number == 0)) {
+            throw Failure(failure_number::kUnexpected, u"The grid refuses");
+        }
+    };
+}
+
+} // namespace
+
+TEST(ContextMenu, ItsColumnsNumbersRiseByOneWhateverFails) {
+    for (int failing = 1; failing <= 13; ++failing) {
+        EventRig rig;
+        Fail(rig, u"Hidden", failing);
+        BuildContextMenu(rig.main->Attached());
+        std::int32_t command = menu_command::kFirstColumn;
+        for (const FakeMenuEntry& entry : rig.Menu().entries) {
+            if (entry.depth == 1) {
+                EXPECT_EQ(entry.command, command++) << failing;
+            }
+        }
+        EXPECT_EQ(command, menu_command::kLastColumn + 1);
+        EXPECT_FALSE(rig.Menu().Find(menu_command::kFirstColumn + failing - 1)->checked);
+    }
+}
+
+TEST(ContextMenu, AColumnThatCannotBeToggledKeepsItsMark) {
+    EventRig rig;
+    ASSERT_TRUE(rig.Menu().Find(8)->checked);
+    Fail(rig, u"Hidden", 2); // it can be read, but not put
+    DispatchCommand(rig.main->Attached(), 8);
+    EXPECT_EQ(Late(rig.gridObject)(u"Columns", u"Icon").Call(u"Hidden"), Value(false));
+    EXPECT_TRUE(rig.Menu().Find(8)->checked);
+    Fail(rig, u"Hidden");
+    DispatchCommand(rig.main->Attached(), 8);
+    EXPECT_TRUE(rig.Menu().Find(8)->checked);
+}
+
+namespace {
+
+/// A grid whose host has made some columns before, with keys in small letters.
+struct SmallLettersRig : MainRig {
+    SmallLettersRig() {
+        for (const auto* key : {u"objecttype", u"icon", u"subject", u"physicalstore3"}) {
+            Late(gridObject)[u"Columns"].Call(u"Add", key);
+        }
+        Attach();
+    }
+    Value Raised(std::u16string_view name, std::vector<Value> arguments, std::size_t answer) {
+        model->events.Raise(name, arguments);
+        return arguments[answer];
+    }
+    Late Icon() const { return Late(gridObject)(u"Columns", 1); }
+};
+
+} // namespace
+
+TEST(GridEvents, AKeyInOtherCaseIsTheSameKey) {
+    SmallLettersRig rig;
+    ASSERT_EQ(rig.Icon().Call(u"Key"), Value(u"icon"));
+    EXPECT_EQ(rig.Raised(u"BeforeClickSort", {1, false}, 1), Value(true));
+    EXPECT_EQ(rig.Raised(u"BeforeGroupChange", {1, 1, 0, 0, 0, false, false}, 6), Value(true));
+    Late(rig.gridObject)[u"Groups"].Call(u"Add", u"Subject");
+    EXPECT_EQ(rig.Icon().Call(u"Width"), Value(18 + 15));
+}
+
+TEST(ContextMenu, AKeyInOtherCaseIsTheSameKey) {
+    const SmallLettersRig rig;
+    Lines texts;
+    for (const FakeMenuEntry& entry : rig.fakes.menus.last->entries) {
+        if (entry.depth == 1) {
+            texts.push_back(entry.text);
+        }
+    }
+    ASSERT_EQ(texts.size(), 13U);
+    EXPECT_EQ(texts[0], u"Symbol");
+    EXPECT_EQ(texts[1], u"Name/Betreff");
+    DispatchCommand(rig.main->Attached(), 7);
+    EXPECT_EQ(rig.Icon().Call(u"Hidden"), Value(true));
+}
+
+TEST(GridEvents, ANameInOtherCaseIsTheSameEvent) {
+    EventRig rig;
+    rig.Raise(u"DBLCLICK");
+    EXPECT_TRUE(rig.forms.isDoubleClick);
+    rig.Raise(u"click");
+    EXPECT_FALSE(rig.forms.isDoubleClick);
 }
 
 } // namespace talvix

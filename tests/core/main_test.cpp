@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 
 namespace talvix {
 
@@ -26,6 +27,48 @@ TEST(DereferenceLibraries, TwiceDoesNothingTheSecondTime) {
     rig.main->DereferenceLibraries();
     EXPECT_LT(rig.managing.use_count(), before);
     rig.main->DereferenceLibraries();
+}
+
+namespace {
+
+/// A library that has the component let go of it while it is called.
+class LeavingLibrary : public LateObject {
+public:
+    LeavingLibrary(bool& isGone, Value item) : isGone_(isGone), item_(std::move(item)) {}
+    LeavingLibrary(const LeavingLibrary&) = delete;
+    LeavingLibrary& operator=(const LeavingLibrary&) = delete;
+    ~LeavingLibrary() override { isGone_ = true; }
+    std::optional<MemberId> FindMember(std::u16string_view) override {
+        leave();
+        EXPECT_FALSE(isGone_) << "while it looks a name up";
+        return 1;
+    }
+    Value Invoke(MemberId, unsigned, const Arguments&) override {
+        EXPECT_FALSE(isGone_) << "while it answers";
+        return item_;
+    }
+    std::u16string TypeName() const override { return u"Leaving"; }
+    std::function<void()> leave = [] {};
+
+private:
+    bool& isGone_;
+    Value item_;
+};
+
+} // namespace
+
+TEST(DereferenceLibraries, FromInsideACallLeavesTheObjectThatIsCalled) {
+    MainRig rig;
+    rig.Attach();
+    bool isGone = false;
+    {
+        const auto library = std::make_shared<LeavingLibrary>(isGone, Value(rig.item));
+        rig.main->ReferenceLibraries(library, library, library, library, library, library);
+        library->leave = [&] { rig.main->DereferenceLibraries(); };
+    }
+    EXPECT_FALSE(isGone);
+    rig.main->btnExportDocuments_Click();
+    EXPECT_TRUE(isGone) << "when the call has come back";
 }
 
 TEST(InitSGDMS, CreatesTheFifteenColumnsInTheirOrder) {
@@ -92,6 +135,18 @@ TEST(InitSGDMS, SetsTheGridUpInOrder) {
     EXPECT_TRUE(std::equal(first.begin(), first.end(), calls.begin()));
     EXPECT_NE(std::search(calls.begin(), calls.end(), icon.begin(), icon.end()), calls.end());
     EXPECT_TRUE(std::equal(last.rbegin(), last.rend(), calls.rbegin()));
+}
+
+TEST(InitSGDMS, AHeadingIsAlignedThoughItsCellsCannotBe) {
+    MainRig rig;
+    rig.Reference();
+    rig.fakes.journal.onStep = [](std::u16string_view what) {
+        if (what == u"Alignment") {
+            throw Failure(failure_number::kUnexpected, u"The grid refuses");
+        }
+    };
+    rig.main->InitSGDMS();
+    EXPECT_EQ(static_cast<int>(rig.model->columns.At(4).headerAlignment), 6);
 }
 
 TEST(InitSGDMS, HidesTheIconColumnWhenFileIconsAreDisabled) {

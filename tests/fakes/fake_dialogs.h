@@ -59,12 +59,10 @@ public:
 class FakeItemWindow : public ItemWindow {
 public:
     void Refresh(ItemControl) override { ++refreshes; }
-    void RefreshActions() override { ++actionRefreshes; }
     void SetDropWidth(std::int32_t pixels) override { dropWidth = pixels; }
     std::int32_t AverageCharWidth() override { return 6; }
     void Hide() override { isHidden = true; }
     int refreshes = 0;
-    int actionRefreshes = 0;
     std::optional<std::int32_t> dropWidth;
     bool isHidden = false;
 };

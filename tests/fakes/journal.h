@@ -29,6 +29,7 @@ public:
     std::function<void(std::u16string call)>
         onGridCall;              ///< told of each call of the grid's objects
     bool timersWereLeft = false; ///< by a form that has ended
+    bool formsWereLeft = false;  ///< shown with nothing going on behind them any more
     bool isGridGone = false;     ///< the control was destroyed
     int failAt = 0;              ///< number of the step that fails, 0 for none
     int failAlso = 0;            ///< number of a second one

@@ -100,11 +100,11 @@ TEST(GetProjectFolder, NoAndCancelledBrowserGiveNothing) {
     EXPECT_EQ(rig.Folder(), u"  ");
 }
 
-TEST(GetProjectFolder, NoAndAPropertyThatCannotBeReadGiveNothing) {
+TEST(GetProjectFolder, NoAndAPropertyThatCannotBeReadGoOnWithTheDerivedFolder) {
     FolderRig rig;
     rig.fakes.messages.answers = {kNo};
     rig.folderProperty->Remove(u"Value");
-    EXPECT_EQ(GetProjectFolder(rig.main->Attached()), u"");
+    EXPECT_EQ(GetProjectFolder(rig.main->Attached()), u"P:\\Projekte\\4711 - A_B_ C_");
     EXPECT_EQ(rig.fakes.journal.Count(u"message"), 1U);
 }
 

@@ -87,7 +87,7 @@ TEST(GridRows, DefaultMembersTakeTheArgumentsThatAreLeft) {
     rig.Add(u"eins");
     EXPECT_EQ(rig.grid.Call(u"Rows", 1, u"Name"), Value(u"eins"));
     const std::array<Value, 3> put{1, u"name", u"zwei"};
-    InvokeByName(rig.grid.Target(), u"Rows", access::kPut, {put, {}});
+    InvokeByName(*rig.grid.AsObject(), u"Rows", access::kPut, {put, {}});
     EXPECT_EQ(rig.Names(), u"zwei");
     EXPECT_THROW(rig.grid[u"Rows"].SetAt(u"Item", 1, u"x"), Failure);
 }
@@ -408,7 +408,7 @@ TEST(GridEnumeration, GoesOverTheElementsOfTheMoment) {
     const GridRig rig;
     rig.Add(u"a");
     rig.Add(u"b");
-    const auto rows = rig.grid[u"Rows"].Target().Enumerate();
+    const auto rows = rig.grid[u"Rows"].AsObject()->Enumerate();
     rig.grid[u"Rows"].Call(u"Remove", 1);
     EXPECT_EQ(Late(*rows->Next()).Call(u"Number"), Value(0));
     EXPECT_EQ(Late(*rows->Next()).Call(u"Text", u"Name"), Value(u"b"));
@@ -416,11 +416,11 @@ TEST(GridEnumeration, GoesOverTheElementsOfTheMoment) {
     rows->Restart();
     EXPECT_TRUE(rows->Next());
     int count = 0;
-    for (const auto columns = rig.grid[u"Columns"].Target().Enumerate(); columns->Next();) {
+    for (const auto columns = rig.grid[u"Columns"].AsObject()->Enumerate(); columns->Next();) {
         ++count;
     }
     EXPECT_EQ(count, 4);
-    EXPECT_THROW(rig.grid.Target().Enumerate(), Failure);
+    EXPECT_THROW(rig.grid.AsObject()->Enumerate(), Failure);
 }
 
 } // namespace talvix::grid

@@ -411,16 +411,16 @@ TEST(GridObjects, TellTheirKindsAndTheirElements) {
     rig.model.ChangeGroups({{1, false}});
     rig.model.rows.SelectRange(2, 3);
     const Late grid{Value(std::make_shared<GridObject>(rig.shared))};
-    EXPECT_EQ(grid.Target().TypeName(), u"Grid");
+    EXPECT_EQ(grid.AsObject()->TypeName(), u"Grid");
     const std::pair<const char16_t*, std::size_t> collections[] = {
         {u"Columns", 3}, {u"Rows", 7}, {u"Groups", 1}, {u"Selection", 1}};
     for (const auto& [member, count] : collections) {
         const Late collection = grid[member];
-        EXPECT_EQ(collection.Target().TypeName(), member);
-        const auto elements = collection.Target().Enumerate();
+        EXPECT_EQ(collection.AsObject()->TypeName(), member);
+        const auto elements = collection.AsObject()->Enumerate();
         std::size_t found = 0;
         while (const auto element = elements->Next()) {
-            EXPECT_FALSE(Late(*element).Target().TypeName().empty());
+            EXPECT_FALSE(Late(*element).AsObject()->TypeName().empty());
             ++found;
         }
         EXPECT_EQ(found, count) << ToUtf8(member);

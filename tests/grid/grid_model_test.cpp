@@ -365,7 +365,7 @@ TEST(GridEvents, AskBeforeAUsersSortAndGroupingOnly) {
     rig.Add(u"b");
     rig.Add(u"a");
     auto sink = std::make_shared<RecordingSink>();
-    const Subscription subscription = rig.grid.Target().Subscribe(sink, {});
+    const Subscription subscription = rig.grid.AsObject()->Subscribe(sink, {});
     rig.grid.Call(u"Sort", u"Name");
     rig.grid[u"Groups"](u"Add", u"Name");
     rig.grid[u"Groups"].Call(u"Clear");

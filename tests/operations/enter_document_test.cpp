@@ -1,3 +1,4 @@
+#include "automation/failure.h"
 #include "automation/text.h"
 #include "grid/model/grid_objects.h"
 #include "operations/action_combo.h"
@@ -5,6 +6,8 @@
 #include "tests/fakes/main_rig.h"
 
 #include <gtest/gtest.h>
+
+#include <utility>
 
 namespace talvix {
 
@@ -45,7 +48,7 @@ struct EnterRig : MainRig {
         row.SetAt(u"Value", u"startdate", Date{38000});
         row.SetAt(u"Value", u"description", description);
     }
-    ItemDialog& Dialog() { return forms.Dialog(); }
+    const ItemDialog& Dialog() { return forms.Dialog(); }
     void User(std::function<void(ItemForm&)> user) { fakes.dialogs.onItemForm = std::move(user); }
     std::size_t Writes() const { return fakes.journal.Count(u"Managing.WriteGridDataToItemBody"); }
     std::shared_ptr<grid::GridModel> actionModel;
@@ -101,6 +104,93 @@ TEST(FillActionCombo, HeadingsAreNoActionsAndNoGridLeavesKeiner) {
     rig.main->FillActionCombo(u"7");
     EXPECT_EQ(rig.Dialog().Actions(), Lines({u"Keiner"}));
     EXPECT_EQ(SelectedActionNumber(rig.main->Attached()), u"-1");
+}
+
+namespace {
+
+/// A host's grid of actions of another make, two rows long; its calls are journalled.
+struct OtherActions {
+    explicit OtherActions(EnterRig& rig) {
+        for (const std::int32_t number : {1, 2}) {
+            rows.push_back(std::make_shared<Expando>(u"Row", &rig.fakes.journal));
+            rows.back()->With(u"IsGroup", false);
+            rows.back()->On(u"Value", [number](std::span<const Value> at) -> Value {
+                const Value cells[] = {number, Date{38000}, u"Text"};
+                return cells[static_cast<std::size_t>(*at[0].If<std::int32_t>())];
+            });
+        }
+        std::int32_t position = 0;
+        for (const auto* key : {u"id", u"startdate", u"description"}) {
+            const auto column = std::make_shared<Expando>(u"Column");
+            column->With(u"Position", position++);
+            columns[key] = column;
+        }
+        const auto collection = std::make_shared<Expando>(u"Rows");
+        collection->With(u"Count", 2);
+        const auto grid = std::make_shared<Expando>(u"Actions");
+        grid->On(u"rows", [this, collection](std::span<const Value> number) -> Value {
+            return number.empty()
+                       ? Value(collection)
+                       : Value(rows[static_cast<std::size_t>(*number[0].If<std::int32_t>() - 1)]);
+        });
+        grid->On(u"Columns", [this](std::span<const Value> key) -> Value {
+            return columns.at(*key[0].If<std::u16string>());
+        });
+        const auto page = std::make_shared<Expando>(u"Betreuung");
+        page->On(u"Controls", [grid](std::span<const Value>) -> Value { return grid; });
+        const auto inspector = std::make_shared<Expando>(u"Inspector");
+        inspector->On(u"ModifiedFormPages",
+                      [page](std::span<const Value>) -> Value { return page; });
+        rig.item->With(u"GetInspector", inspector);
+    }
+    std::vector<std::shared_ptr<Expando>> rows;
+    std::map<std::u16string, std::shared_ptr<Expando>> columns;
+};
+
+} // namespace
+
+TEST(FillActionCombo, ReadsARowsCellsOnceAndInTheirOrder) {
+    EnterRig rig;
+    const OtherActions actions(rig);
+    rig.main->FillActionCombo(u"2");
+    EXPECT_EQ(rig.LinesOf({u"Row."}),
+              Lines({u"Row.IsGroup", u"Row.Value 0", u"Row.Value 1", u"Row.Value 2", u"Row.IsGroup",
+                     u"Row.Value 0", u"Row.Value 1", u"Row.Value 2"}));
+    EXPECT_EQ(rig.Dialog().Text(Control::ActionCombo), u"Nr. 2 (14.01.2004): Text");
+}
+
+TEST(FillActionCombo, ARowWithoutIsGroupIsAnAction) {
+    EnterRig rig;
+    const OtherActions actions(rig);
+    actions.rows[0]->Remove(u"IsGroup");
+    actions.rows[1]->With(u"IsGroup", u"vielleicht");
+    rig.main->FillActionCombo(u"1");
+    EXPECT_EQ(rig.Dialog().Actions(),
+              Lines({u"Keiner", u"Nr. 1 (14.01.2004): Text", u"Nr. 2 (14.01.2004): Text"}));
+    EXPECT_EQ(SelectedActionNumber(rig.main->Attached()), u"1");
+}
+
+TEST(FillActionCombo, AColumnOrCellThatFailsLeavesItsTextEmptyAndNothingElseLost) {
+    {
+        EnterRig rig;
+        OtherActions actions(rig);
+        actions.columns.erase(u"startdate");
+        rig.main->FillActionCombo(u"2");
+        EXPECT_EQ(rig.Dialog().Actions(), Lines({u"Keiner", u"Nr. 1 (): Text", u"Nr. 2 (): Text"}));
+        EXPECT_EQ(SelectedActionNumber(rig.main->Attached()), u"2");
+    }
+    EnterRig rig;
+    const OtherActions actions(rig);
+    actions.rows[0]->Remove(u"Value");
+    actions.rows[1]->On(u"Value", [](std::span<const Value> at) -> Value {
+        if (at[0] == Value(2)) {
+            throw Failure(failure_number::kUnexpected, u"No such cell");
+        }
+        return at[0] == Value(0) ? Value(2) : Value(Date{38000});
+    });
+    rig.main->FillActionCombo(u"2");
+    EXPECT_EQ(rig.Dialog().Actions(), Lines({u"Keiner", u"Nr.  (): ", u"Nr. 2 (14.01.2004): "}));
+    EXPECT_EQ(SelectedActionNumber(rig.main->Attached()), u"2");
 }
 
 TEST(ActionNumberIn, ReadsTheNumberBackOutOfTheText) {
@@ -294,22 +384,119 @@ TEST(DocumentDialog, EndingTheComponentUnloadsItButNeverWhileItIsShown) {
     EXPECT_EQ(rig.Dialog().Text(Control::TextStatus), u"") << "made anew";
 }
 
-TEST(DocumentDialog, IsNotShownASecondTimeAndTakesActionsWhileItIsOpen) {
+TEST(DocumentDialog, WhoComesSecondCountsAsCancelledAndTouchesNothing) {
     ChangeRig rig;
+    rig.Row(2).SetAt(u"Value", u"Status", u"von Zeile 2");
+    rig.Row(2).SetAt(u"Value", u"PhysicalStore3", u"8");
     rig.Select(1, {1});
     int shown = 0;
     rig.User([&](ItemForm& form) {
         ++shown;
-        rig.main->NewDMSItem(); // as a host's timer might
-        EXPECT_EQ(form.State(Control::TextPhysicalStore1).text, u"C:\\Plan.doc");
+        form.Change(Control::TextStatus, u"getippt");
+        rig.Select(2, {2}); // a host's timer runs meanwhile
+        rig.main->btnChangeDocument_Click();
+        rig.main->NewDMSItem();
+        const Lines actions = form.Actions();
+        rig.actionModel->rows.Clear();
         rig.main->FillActionCombo(u"8");
-        EXPECT_GT(rig.fakes.dialogs.itemWindow.actionRefreshes, 0);
-        Confirm(form, u"C:\\Plan.doc");
+        EXPECT_EQ(form.Actions(), actions);
+        EXPECT_EQ(form.State(Control::ActionCombo).text, u"Nr. 7 (14.01.2004): Begehung (erste)");
+        EXPECT_EQ(form.State(Control::optFile).value, 1);
+        EXPECT_EQ(form.State(Control::TextPhysicalStore1).text, u"C:\\Plan.doc");
+        EXPECT_EQ(form.State(Control::TextStatus).text, u"getippt");
+        EXPECT_EQ(form.State(Control::TextLongDescription).text, u"alte Notiz");
+        form.Click(Control::btnOK);
     });
     rig.main->btnChangeDocument_Click();
     EXPECT_EQ(shown, 1);
-    EXPECT_EQ(rig.Cell(1, u"PhysicalStore3"), Value(u"8"));
+    EXPECT_EQ(rig.Cell(1, u"Status"), Value(u"getippt"));
+    EXPECT_EQ(rig.Cell(1, u"LongDescription"), Value(u"alte Notiz"));
+    EXPECT_EQ(rig.Cell(1, u"PhysicalStore3"), Value(u"7"));
+    EXPECT_EQ(rig.Cell(2, u"Status"), Value(u"von Zeile 2"));
     EXPECT_EQ(rig.RowCount(), 3);
+    EXPECT_EQ(rig.Writes(), 2U) << "a cancelled change persists too";
+}
+
+TEST(DocumentDialog, ACommandFromInsideTheFillingCountsAsCancelled) {
+    ChangeRig rig;
+    rig.Select(1, {1});
+    int shown = 0;
+    rig.User([&](ItemForm&) { ++shown; });
+    bool isInside = false;
+    rig.fakes.journal.onStep = [&](std::u16string_view what) {
+        if (what == u"GetInspector" && !std::exchange(isInside, true)) {
+            rig.main->NewDMSItem();
+            rig.main->btnChangeDocument_Click();
+            rig.main->FillActionCombo(u"7");
+        }
+    };
+    rig.main->FillActionCombo(u"8");
+    EXPECT_TRUE(isInside);
+    EXPECT_EQ(shown, 0);
+    EXPECT_EQ(rig.Dialog().Actions().size(), 5U);
+    EXPECT_EQ(rig.Dialog().Text(Control::ActionCombo), u"Nr. 8 (14.01.2004): Abnahme zwei");
+    EXPECT_EQ(rig.Dialog().Text(Control::TextStatus), u"");
+}
+
+TEST(DocumentDialog, AnotherComponentMayEndWhileTheHostIsAskedForItsActions) {
+    for (const auto& deed : {std::function([](EnterRig& rig) { rig.main->FillActionCombo(u"7"); }),
+                             std::function([](EnterRig& rig) { rig.main->NewDMSItem(); })}) {
+        EnterRig rig;
+        std::vector<std::size_t> offered;
+        rig.User([&](ItemForm& form) { offered.push_back(form.Actions().size()); });
+        rig.fakes.journal.onStep = [&](std::u16string_view what) {
+            if (what == u"GetInspector") {
+                const Main second(rig.fakes.ports, rig.fakes.trace, rig.forms);
+            }
+        };
+        deed(rig);
+        rig.fakes.journal.onStep = nullptr;
+        EXPECT_EQ(rig.Dialog().Actions(), Lines()) << "unloaded at the end";
+        for (const std::size_t actions : offered) {
+            EXPECT_EQ(actions, 5U);
+        }
+    }
+}
+
+TEST(DocumentDialog, WhatWasEnteredIsTakenAtOnceWhenItCloses) {
+    EnterRig rig;
+    rig.User([](ItemForm& form) {
+        form.Change(Control::ActionCombo, u"Nr. 7 (14.01.2004): Begehung (erste)");
+        Confirm(form, u"C:\\Plan.doc");
+    });
+    rig.fakes.journal.onStep = [&](std::u16string_view what) {
+        if (what == u"copy" || what == u"strCurrentUser") { // a long copy lets messages through
+            rig.User(nullptr);
+            rig.main->FillActionCombo(u"8");
+        }
+    };
+    rig.main->NewDMSItem();
+    EXPECT_EQ(rig.Cell(1, u"PhysicalStore3"), Value(u"7"));
+    rig.User([](ItemForm& form) {
+        form.Change(Control::ActionCombo, u"Nr. 7 (14.01.2004): Begehung (erste)");
+        form.Click(Control::optLink);
+        Confirm(form, u"http://example.org");
+    });
+    rig.main->NewDMSItem();
+    EXPECT_EQ(rig.Cell(2, u"PhysicalStore3"), Value(u"7"));
+}
+
+TEST(DocumentDialog, AChangeIsTakenAtOnceWhenItCloses) {
+    ChangeRig rig;
+    rig.Select(3, {3});
+    rig.User([](ItemForm& form) { Confirm(form, u"http://neu.example.org"); });
+    rig.fakes.journal.onStep = [&](std::u16string_view what) {
+        if (what == u"strCurrentUser") {
+            rig.User(nullptr);
+            rig.main->NewDMSItem(); // cancelled, but empties the dialog before
+        }
+    };
+    rig.main->btnChangeDocument_Click();
+    EXPECT_EQ(rig.Cell(3, u"Status"), Value(u"neu"));
+    EXPECT_EQ(rig.Cell(3, u"LongDescription"), Value(u"Notiz"));
+    EXPECT_EQ(rig.Cell(3, u"PhysicalStore3"), Value(u"7"));
+    EXPECT_EQ(rig.Cell(3, u"PhysicalStore1"), Value(u"http://neu.example.org"));
+    EXPECT_EQ(rig.Cell(3, u"Subject"), Value(u"http://neu.example.org"));
 }
 
 } // namespace talvix

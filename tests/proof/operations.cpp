@@ -156,6 +156,7 @@ void SweepRig::File(std::int32_t operation) {
 }
 
 void SweepRig::ExpectNothingHarmed() {
+    EXPECT_FALSE(fakes.journal.formsWereLeft);
     EXPECT_EQ(fakes.files.Query(u"P:\\Proj\\a.doc")->length, 2000);
     EXPECT_EQ(fakes.files.Query(u"C:\\Quelle\\a.doc")->length, 77);
     for (int row = 1; row <= RowCount(); ++row) {

@@ -1,4 +1,5 @@
 #include "tests/fakes/main_rig.h"
+#include "tests/proof/failing_memory.h"
 #include "ui/dms_dispatcher.h"
 
 #include <gtest/gtest.h>
@@ -85,6 +86,26 @@ TEST(DMSDispatcher, AFormThatCannotBeShownImportsNothing) {
     EXPECT_EQ(rig.fakes.journal.failed, u"show");
     EXPECT_EQ(rig.RowCount(), 0);
     EXPECT_FALSE(rig.fakes.journal.timersWereLeft);
+}
+
+TEST(DMSDispatcher, TheFormGoesThoughMemoryRunsOutInTheFolderRules) {
+    std::size_t asked = 0;
+    for (std::size_t failAt = 0; failAt <= asked; ++failAt) {
+        for (const bool failOn : {false, true}) {
+            DispatcherRig rig;
+            rig.SetFolder(u"");
+            rig.settings[u"DOCUMENTS/RULES"] = u"<Project Number> <Project Name>";
+            rig.SetProperty(u"Projektnummer", u"4711");
+            const FailingMemory memory(failAt, failOn);
+            {
+                const CountedMemory counted;
+                rig.main->AddFilesFromProjectFolder(false);
+            }
+            asked = failAt == 0 ? memory.Asked() : asked;
+            ASSERT_FALSE(rig.fakes.journal.formsWereLeft) << failAt << (failOn ? " and on" : "");
+        }
+    }
+    EXPECT_GT(asked, 30U);
 }
 
 TEST(DMSDispatcher, AnImportFromWithinThePumpIsHarmless) {

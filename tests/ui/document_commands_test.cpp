@@ -188,7 +188,9 @@ TEST(btnExportDocuments_Click, HandsOverItemNameAndXmlWithTheThirdArgumentLeftOu
     EXPECT_EQ(given[1], Value(u"Dokumente"));
     EXPECT_EQ(given[2], Value(Missing()));
     EXPECT_EQ(given[3], Value(u"<liste/>"));
-    EXPECT_EQ(rig.JournalLines().front(), u"Managing.SetUserFieldValues");
+    EXPECT_EQ(rig.JournalLines(), Lines({u"Managing.SetUserFieldValues", u"Managing.Item",
+                                         u"Managing.GetXMLDataAsString",
+                                         u"Export.ExportItem Item, Dokumente, missing, <liste/>"}));
 }
 
 TEST(ShowFileProperties, ShowsTheTrimmedPathOfAFileOnly) {

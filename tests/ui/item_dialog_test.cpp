@@ -239,4 +239,24 @@ TEST(ItemDialog, TheListIsAsWideAsItsLongestEntryLessTwoLetters) {
     rig.Show(true, [&](ItemForm&) { EXPECT_FALSE(rig.fakes.dialogs.itemWindow.dropWidth); });
 }
 
+TEST(ItemDialog, WhatOtherProgramsHaveSetIsTakenAndNotOverwritten) {
+    DialogRig rig;
+    rig.Show(true, [](ItemForm& form) {
+        form.Found(Control::TextLongDescription, {u"diktiert", 0});
+        form.Drop(std::nullopt, {std::vector<std::u16string>{u"C:\\Plan.doc"}, std::nullopt});
+        EXPECT_EQ(form.State(Control::TextLongDescription).text, u"diktiert");
+        form.Found(Control::chkCopyItem, {u"", 0});
+        form.Found(Control::ActionCombo, {u"Nr. 7 (): Begehung", 0});
+        form.Click(Control::btnOK);
+    });
+    const EnteredDocument entered = rig.dialog.Entered();
+    EXPECT_TRUE(entered.isFile);
+    EXPECT_FALSE(entered.isLink);
+    EXPECT_FALSE(entered.isToBeCopied);
+    EXPECT_EQ(entered.path, u"C:\\Plan.doc");
+    EXPECT_EQ(entered.longDescription, u"diktiert");
+    EXPECT_EQ(entered.action, u"Nr. 7 (): Begehung");
+    EXPECT_EQ(rig.StoredCopy(), 0);
+}
+
 } // namespace talvix

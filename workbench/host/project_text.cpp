@@ -120,21 +120,22 @@ private:
     }
 
     void ReadActions() {
-        ForEach(u"/TalvixProject/Actions/Action",
-                [&](const Late& node, const std::u16string& place) {
-                    const auto date = ReadIsoText(AttributeOf(node, u"startdate", place));
-                    if (!date) {
-                        Refuse(place + u"/@startdate: Ein Datum wird erwartet.");
-                    }
-                    project_.actions.push_back({NumberOf(node, u"id", place), *date,
-                                                AttributeOf(node, u"description", place)});
-                });
+        ForEach(
+            u"/TalvixProject/Actions/Action", [&](const Late& node, const std::u16string& place) {
+                const auto date = ReadIsoText(AttributeOf(node, u"startdate", place));
+                if (!date) {
+                    Refuse(place + u"/@startdate: Ein Datum wird erwartet.");
+                }
+                const auto id = NumberOf(node, u"id", place);
+                project_.actions.push_back({id, *date, AttributeOf(node, u"description", place)});
+            });
     }
 
     void ReadField(const Late& field, const std::u16string& place, Document& document) const {
         const std::u16string key = AttributeOf(field, u"name", place + u"/Field");
         const std::u16string own = place + u"/Field[@name='" + key + u"']";
-        auto value = ReadFieldText({AttributeOf(field, u"type", own), TextIn(field, u"text")});
+        const std::u16string type = AttributeOf(field, u"type", own);
+        auto value = ReadFieldText({type, TextIn(field, u"text")});
         if (!value) {
             Refuse(own + u": Der Inhalt passt nicht zu seiner Art.");
         }

@@ -39,8 +39,8 @@ void MainWindow::Open(host::Project project, ProjectPlace place) {
     project_->Attach();
     project_->GridLate().Set(u"FileColumn", u"PhysicalStore1");
     const auto watch = std::make_shared<GridWatch>(window_, kGridChanged);
-    watches_ = {project_->GridLate().Target().Subscribe(watch, {}),
-                project_->ActionsLate().Target().Subscribe(watch, {})};
+    watches_ = {project_->GridLate().AsObject()->Subscribe(watch, {}),
+                project_->ActionsLate().AsObject()->Subscribe(watch, {})};
     if (hasUser_) {
         layout_ = RestoreLayout(project_->GridLate());
         if (!place_.Path().empty()) {

@@ -24,7 +24,8 @@ std::vector<RowRange> Ranges(const Late& grid) {
     const std::int32_t count = NumberOf(selection, u"Count");
     for (std::int32_t at = 1; at <= count; ++at) {
         const Late range = selection(u"Item", at);
-        ranges.push_back({NumberOf(range, u"First"), NumberOf(range, u"Last")});
+        const std::int32_t first = NumberOf(range, u"First");
+        ranges.push_back({first, NumberOf(range, u"Last")});
     }
     return ranges;
 }
