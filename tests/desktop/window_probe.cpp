@@ -82,13 +82,16 @@ std::vector<HWND> Named(const std::u16string& name) {
     return found;
 }
 
+/// Beside a box of the same name its owner waits, disabled.
 HWND Shown(const std::u16string& name) {
+    HWND waiting = nullptr;
     for (HWND window : Named(name)) {
-        if (IsWindowVisible(window) != FALSE) {
+        if (IsWindowVisible(window) != FALSE && IsWindowEnabled(window) != FALSE) {
             return window;
         }
+        waiting = waiting == nullptr && IsWindowVisible(window) != FALSE ? window : waiting;
     }
-    return nullptr;
+    return waiting;
 }
 
 bool IsControl(HWND window, const std::u16string& control) {
