@@ -37,20 +37,19 @@ Value DroppedObject::Files() const {
 }
 
 const MemberTable<DroppedObject>& DroppedObject::Members() {
-    using Call = MemberCall;
     static const MemberTable<DroppedObject> table({
         {{u"GetData", access::kMethod, u"Format"},
-         [](DroppedObject& data, const Call& call) {
+         [](DroppedObject& data, const MemberCall& call) {
              return FormatOf(call.At(0)) == kFiles ? data.Files() : Value(data.Text());
          }},
         {{u"GetFormat", access::kMethod, u"Format"},
-         [](DroppedObject& data, const Call& call) {
+         [](DroppedObject& data, const MemberCall& call) {
              return Value(data.Offers(FormatOf(call.At(0))));
          }},
         {{u"Files", access::kGet, u""},
-         [](DroppedObject& data, const Call&) { return data.Files(); }},
+         [](DroppedObject& data, const MemberCall&) { return data.Files(); }},
         {{u"Text", access::kGet, u""},
-         [](DroppedObject& data, const Call&) { return Value(data.Text()); }},
+         [](DroppedObject& data, const MemberCall&) { return Value(data.Text()); }},
     });
     return table;
 }
