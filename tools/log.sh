@@ -56,12 +56,20 @@ await() {
     [ $code = 0 ] || { printf 'failed\n'; explain "build/logs/$2.log" $code "$1"; }
     printf 'done (%d s, beside the others)\n' $((SECONDS - started[$2]))
 }
+# processes_of PROCESS: it and all that it has started.
+processes_of() {
+    local child
+    echo "$1"
+    for child in $(pgrep -P "$1"); do processes_of "$child"; done
+}
 # end_beside: nothing that was started is left running.
 end_beside() {
-    local each
-    for each in "${beside[@]}"; do
-        pkill -TERM -P "$each" 2>/dev/null
-        kill "$each" 2>/dev/null
+    local each all=()
+    for each in "${beside[@]}"; do mapfile -t -O "${#all[@]}" all < <(processes_of "$each"); done
+    [ ${#all[@]} = 0 ] || kill "${all[@]}" 2>/dev/null # from above, so that nothing more is started
+    for _ in $(seq 100); do
+        for each in "${all[@]}"; do [ ! -d "/proc/$each" ] || { sleep 0.1; continue 2; }; done
+        break
     done
     for each in build/wine/prefix-*; do
         [ ! -d "$each" ] || TALVIX_PREFIX=$PWD/$each tools/in-wine wineserver -k >/dev/null 2>&1 9>&-

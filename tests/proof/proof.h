@@ -24,8 +24,7 @@ inline std::size_t ProofCount(std::size_t shortForm, std::size_t longForm) {
                                : shortForm / 100 + 1;
 }
 
-/// Where a row tries each of a known number of cases: every one of so
-/// many is tried. Only the short and
+/// Where a row tries each of a known number of cases: one of so many is tried. Only the short and
 /// the long form try all of them.
 inline std::size_t ProofStep(std::size_t inSeconds = 97) {
     const char* wanted = std::getenv("TALVIX_AMOUNT");

@@ -14,11 +14,12 @@ void SetDispatchInterfaces(std::span<const DispatchInterface> interfaces) {
     known = interfaces;
 }
 
-bool IsDispatchInterface(REFIID id, std::u16string_view typeName) {
+std::u16string_view KindOfInterface(REFIID id) {
     const auto found = std::find_if(known.begin(), known.end(), [&](const DispatchInterface& each) {
         return IsEqualGUID(each.id, id);
     });
-    return found != known.end() && std::u16string_view(found->name).substr(1) == typeName;
+    return found == known.end() ? std::u16string_view()
+                                : std::u16string_view(found->name).substr(1);
 }
 
 } // namespace talvix

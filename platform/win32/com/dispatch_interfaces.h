@@ -15,8 +15,8 @@ struct DispatchInterface {
 
 /// Tells which interfaces this module's type library names; `interfaces` has to last.
 void SetDispatchInterfaces(std::span<const DispatchInterface> interfaces);
-/// True when the type library names the interface with this id for objects of this kind: clients
-/// that are bound to the library ask for it and then call it as IDispatch.
-bool IsDispatchInterface(REFIID id, std::u16string_view typeName);
+/// The kind of objects that the type library names the interface with this id for; "" when it
+/// names none. Clients that are bound to the library ask for it and then call it as IDispatch.
+std::u16string_view KindOfInterface(REFIID id);
 
 } // namespace talvix

@@ -223,7 +223,12 @@ void* LateDispatch::Find(REFIID id) {
     if (void* own = Unknown::Find(id)) {
         return own;
     }
-    return IsDispatchInterface(id, Target()->TypeName()) ? static_cast<IDispatch*>(this) : nullptr;
+    const std::u16string_view kind = KindOfInterface(id);
+    bool isOurs = false;
+    if (!kind.empty()) { // a name may need memory, and there may be none
+        Guarded([&] { isOurs = Target()->TypeName() == kind; });
+    }
+    return isOurs ? static_cast<IDispatch*>(this) : nullptr;
 }
 
 STDMETHODIMP LateDispatch::GetTypeInfoCount(UINT* count) {
