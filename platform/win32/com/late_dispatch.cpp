@@ -226,7 +226,10 @@ void* LateDispatch::Find(REFIID id) {
     const std::u16string_view kind = KindOfInterface(id);
     bool isOurs = false;
     if (!kind.empty()) { // a name may need memory, and there may be none
-        Guarded([&] { isOurs = Target()->TypeName() == kind; });
+        Guarded([&] {
+            isOurs = Target()->TypeName() == kind;
+            return S_OK;
+        });
     }
     return isOurs ? static_cast<IDispatch*>(this) : nullptr;
 }
