@@ -9,6 +9,7 @@
 #include <windows.h>
 
 #include <array>
+#include <atomic>
 
 namespace talvix {
 
@@ -53,19 +54,24 @@ void Turn(DWORD flags, POINT screen) {
 void Drag(const ContainerRig& rig, POINT from, POINT to) {
     ClientToScreen(rig.window, &from);
     ClientToScreen(rig.window, &to);
-    const Thread hand([=] {
+    std::atomic<bool> isOver = false;
+    const Thread hand([=, &isOver] {
         Turn(0, from);
         Turn(MOUSEEVENTF_LEFTDOWN, from);
         for (int step = 1; step <= 4; ++step) {
             Turn(0, {from.x + (to.x - from.x) * step / 4, from.y + (to.y - from.y) * step / 4});
         }
         Turn(MOUSEEVENTF_LEFTUP, to);
+        for (int step = 0; !isOver; ++step) { // a drag that begins late is to end, too
+            Turn(0, {to.x + step % 2, to.y});
+        }
     });
     const DWORD start = GetTickCount();
     while (GetTickCount() - start < 1500) {
         Win32Timers().RunPending();
         Sleep(5);
     }
+    isOver = true;
 }
 
 struct DragRig {
